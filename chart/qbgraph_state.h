@@ -4,8 +4,11 @@
 #include "qbgraph.h"
 #include "qbgrfnt.h"
 
+#include <cstdint>
+
 // The current image's cached state, first values in qbgraph.cpp. SetImage sets all of it and saves the outgoing
-// image's pen, colour count and transparent colour back into its records, which are the originals.
+// image's pen, colour count and transparent colour back into its records, which are the originals. Without a current
+// image the sizes, the count and the capacity are 0, so that every drawing call finds nothing to paint.
 extern Image *pCurImg;        // none: null
 extern uint8_t *pCurBuf;      // its pixels
 extern int32_t curW;          // pixels
@@ -28,3 +31,65 @@ extern FontChar curFontChar;
 extern int16_t curFontStyle; // 1 bold, 2 italic, 4 underline
 extern int32_t curFontDir;   // 0 horizontal, 1 stacked, 2 turned 90 degrees, 8 turned by curFontAngle
 extern int32_t curFontAngle; // degrees counter-clockwise, 0 to 359
+
+// Painting. Whatever is drawn ends in these; the positions are 64 bits wide, so that no shape can overflow before it
+// is clipped.
+
+__extension__ typedef __int128 _Int128;
+__extension__ typedef unsigned __int128 _UInt128;
+
+// The low 32 bits: what the pen keeps of a position beyond its range.
+inline int32_t _Wrap32(int64_t value)
+{
+    return static_cast<int32_t>(static_cast<uint32_t>(value));
+}
+
+// Whether a stamp of the pen could leave a pixel: no error, a colour registered, a pen with a size.
+inline bool _CanPaint()
+{
+    return _graphErr == 0 && curNColors != 0 && curPenW > 0 && curPenH > 0;
+}
+
+// Paints the part of a block inside the image in the pen colour; right and bottom exclusive. Nothing unless _CanPaint.
+void _PaintBlock(int64_t left, int64_t top, int64_t right, int64_t bottom);
+
+// Walks floor((first + n * step) / den) for n = 0, 1, 2, ... without dividing again.
+struct _Stepper
+{
+    int64_t value; // the current quotient
+    uint64_t rest; // its remainder, 0 .. den - 1
+    uint64_t whole;
+    uint64_t part; // step = whole * den + part
+    uint64_t den;
+
+    void set(_UInt128 first, uint64_t step, uint64_t denominator)
+    {
+        value = static_cast<int64_t>(first / denominator);
+        rest = static_cast<uint64_t>(first % denominator);
+        whole = step / denominator;
+        part = step % denominator;
+        den = denominator;
+    }
+
+    void next()
+    {
+        value += static_cast<int64_t>(whole);
+        rest += part;
+        if (rest >= den)
+        {
+            rest -= den;
+            value++;
+        }
+    }
+};
+
+// Lines: qbgraph_lines.cpp
+
+void _DrawHLine(int64_t n);
+void _DrawVLine(int64_t n);
+void _DrawLine(int64_t x1, int64_t y1);
+
+// Ovals and arcs: qbgraph_arcs.cpp
+
+extern const int32_t aTanTbl[91]; // 128 * tan, by degree
+int32_t _CoTan(int64_t x, int64_t y);

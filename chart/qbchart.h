@@ -186,8 +186,18 @@ extern ChartData chartData;
 
 // The run: qbchart.cpp
 
+// Makes one chart from start to end: settings, report, layout, drawing, files; then starts the page script.
+//   argc, argv   as main got them: no arguments for a posted form, or base name and settings file name
+// Returns 0 when the page script cannot be started, which standard error says; every other failure ends the process
+// with status 255 and an error page.
 int32_t RunChart(int32_t argc, char **argv);
+
+// Releases everything that the run has taken so far, however far it came. What is released is forgotten, so that a
+// second call does nothing.
 void CleanUp();
+
+// Opens the stream for an error page: the run's error file, or standard output while none is named.
+// Returns the stream, which CleanUp closes; null when the file cannot be opened.
 FILE *OpenErrStream();
 
 // Layout of the boxes: qbgrchrt_layout.cpp

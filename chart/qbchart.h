@@ -200,33 +200,102 @@ void CleanUp();
 // Returns the stream, which CleanUp closes; null when the file cannot be opened.
 FILE *OpenErrStream();
 
+// The chart engine
+//
+// The layout functions below are called in the order in which they stand here, pies without the ones for axes; then the
+// image is made and the drawing functions are called. All of them work on the two records, leave alone what they do not
+// name, and do nothing when a record is missing or data->buffer is null. Texts that are missing count as empty. Sizes
+// beyond 32 bits are clamped. Failures end the run through the error page.
+
 // Layout of the boxes: qbgrchrt_layout.cpp
 
+// Measures the title (titleDim) and sizes its box at (0, 0) with margins and shadow (titleBox, titleMarginX,
+// titleMarginY). A title at a side is measured turned by 90 degrees.
 void GetTitleBoxDim(ChartData *data, ChartSet *set);
+
+// Measures the labels of the graphed series and sizes the legend at (0, 0): labelBox, labelMarginX, labelMarginY,
+// labelLineH, hasLabelBox. Entries stand in a row when the legend is centred, else in a column.
+// Chooses the axis titles too: the reference series' label where its axis asks for a title, and a single series' label
+// on the value axis instead of a legend; with a legend the value axis loses its title bit. Sets axisLabelMarginX and
+// axisLabelMarginY.
 void GetLabelBoxDim(ChartData *data, ChartSet *set);
+
+// The same for a pie chart, whose legend lists the drawn cells of the reference series.
 void GetPieLabelBoxDim(ChartData *data, ChartSet *set);
+
+// Works out the smallest plot that bars or markers, data values and category texts fit in (minPlotW, minPlotH) and
+// enlarges chartW or chartH to it. Sets refLabelDim and, when data values are shown, dataMarginX and dataMarginY.
 void GetSizeRequirements(ChartData *data, ChartSet *set);
+
+// The same for pies, 50 pixels for relative size 1, enlarging chartW and chartH. Sets pieLabelH.
 void GetPieSizeRequirements(ChartData *data, ChartSet *set);
+
+// Gives chartW and chartH their final values, moves title and legend to their places, apart from each other, and leaves
+// the rest to plotBox. Nothing for a missing record. Ends the run when the image would be wider or higher than 65535
+// pixels, which a GIF cannot say.
 void PlaceChartBoxes(ChartSet *set);
 
 // Axis boxes, scale, data points, image: qbgrchrt_scale.cpp
 
+// Divides the plot into the strips left of it and under it, as wide as ticks, scale labels and titles need, and the
+// rest, which is the plot from now on (yAxisBox, xAxisBox).
 void GetAxisBoxesDim(ChartData *data, ChartSet *set);
+
+// Chooses the round value of a division and the divisions of the value axis, linear and with zero in it: xDivs, xDivW
+// and xStep, or their y fields in a vertical chart, zeroDivs, scaleLabelDim.
+// Ends the run when the values span less than a division (no values, or all 0), or so much that the value of a division
+// is beyond 32 bits.
 void GetScale(ChartData *data, ChartSet *set);
+
+// Divides the reference axis into categories and series slots: xDivs, xDivW and xStep, or their y fields.
 void GetRefScale(ChartData *data, ChartSet *set);
+
+// Shortens both axes to whole divisions (xAxisLen, yAxisLen, xAxisBox.right, yAxisBox.top). Nothing for a missing
+// record.
 void TrimAxisBoxes(ChartSet *set);
+
+// Makes the points of each graphed series, null for the others; set->pointsPerSeries owns them from the moment they
+// are there. Ends the run when there is no memory.
 void GetDataPoints(ChartData *data, ChartSet *set);
+
+// Makes the chart's image in its final size and fills it with the background colour, which becomes the transparent
+// one. Nothing for a missing record. Ends the run when there is no memory.
 void InitChartGraph(ChartSet *set);
 
 // Drawing: qbgrchrt_boxes.cpp, qbgrchrt_axes.cpp, qbgrchrt_series.cpp, qbgrchrt_pie.cpp
+//
+// Everything is drawn into the current image with a pen of 1 by 1 pixel, which must be set before.
 
+// Draws the title and its box. A shadow takes 3 pixels off titleBox on the right and at the bottom.
 void ChartDrawTitle(ChartData *data, ChartSet *set);
+
+// Draws the legend, a swatch and a label for each graphed series, and its box. Nothing without hasLabelBox. A shadow
+// takes 3 pixels off labelBox on the right and at the bottom.
 void ChartDrawLabelBox(ChartData *data, ChartSet *set);
+
+// The same for a pie chart: an entry for each drawn cell, in the colours of the slices.
 void ChartDrawPieLabelBox(ChartData *data, ChartSet *set);
+
+// Draws both axes: lines, ticks, grid lines, scale labels, titles. The pen ends at xAxisBox's left top corner.
 void ChartDrawAxis(ChartData *data, ChartSet *set);
+
+// Draws one marker, 6 pixels wide.
+//   point    the data point; nothing for null
+//   kind     1 hanging triangle, 2 circle, 3 square, 4 cross without colour, all others a standing triangle
+//   colour   palette index of its inside
 void ChartDrawSymbol(const Point *point, int32_t kind, int32_t colour);
+
+// Draw the series from their points in file order, as bars from the zero line, lines with markers, or markers. Nothing
+// without series or pointsPerSeries.
 void ChartBar(ChartData *data, ChartSet *set);
 void ChartLine(ChartData *data, ChartSet *set);
 void ChartScatter(ChartData *data, ChartSet *set);
+
+// Draws the series as areas with markers, the largest maximum first, and sorts seriesPtrs for it. Nothing without
+// series.
 void ChartArea(ChartData *data, ChartSet *set);
+
+// Draws one pie for each graphed series with its label, and the percentages if dataPos asks for them. A pie without
+// diameter or sum has only its label; a slice too thin to have an inside has only its outline. Ends the run when there
+// is no memory.
 void ChartPie(ChartData *data, ChartSet *set);

@@ -22,6 +22,7 @@ GifImage::GifImage(int32_t width, int32_t height, uint32_t nColors, std::vector<
     {
         pixel = PaletteColor(pixel);
     }
+    _pixels.reserve(1); // an image of no pixels has pixel memory all the same
     _records->pen = {0, 0, 1, 1, 255};
     _records->image = {0, 0, width, height, &_records->pen, table, _pixels.data()};
 }

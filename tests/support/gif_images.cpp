@@ -2,6 +2,8 @@
 
 #include "gif_images.h"
 
+#include "qbgraph_state.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -25,6 +27,14 @@ GifImage::GifImage(int32_t width, int32_t height, uint32_t nColors, std::vector<
     _pixels.reserve(1); // an image of no pixels has pixel memory all the same
     _records->pen = {0, 0, 1, 1, 255};
     _records->image = {0, 0, width, height, &_records->pen, table, _pixels.data()};
+}
+
+GifImage::Records::~Records()
+{
+    if (pCurImg == &image)
+    {
+        pCurImg = nullptr;
+    }
 }
 
 void GifImage::SetThru(uint8_t position)

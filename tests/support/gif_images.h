@@ -36,12 +36,13 @@ public:
     }
 
 private:
-    // Stays where it is when the GifImage is moved, because the image points to the rest.
+    // Stays where it is when the GifImage is moved, because the image points to the rest. Ends as no current image.
     struct Records
     {
         Image image;
         Pen pen;
         ColorTable table;
+        ~Records();
     };
 
     std::vector<uint8_t> _positions;

@@ -25,7 +25,6 @@ protected:
 
     void TearDown() override
     {
-        pCurImg = nullptr; // the images are the tests' own and end with them
         _ExitCompress();
     }
 };

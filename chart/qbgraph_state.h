@@ -93,3 +93,28 @@ void _DrawLine(int64_t x1, int64_t y1);
 
 extern const int32_t aTanTbl[91]; // 128 * tan, by degree
 int32_t _CoTan(int64_t x, int64_t y);
+
+// Polygons, paths, flood fill: qbgraph_polygons.cpp
+
+extern int32_t *_pPolyStack; // columns where edges cross the row being filled
+extern int32_t _polyStackSize;
+extern int32_t _polyMaxStackSize;
+int32_t _Push(int32_t v);
+int32_t _Pop();
+int32_t _PushPoint(int32_t x, int32_t y, Point *point);
+int32_t _PopPoint(Point *point);
+void _ScanFill(int32_t x, int32_t y, uint8_t boundary);
+void _GetPathNextYPoint(Path *path, int32_t *x, int32_t *y);
+void _GetPathNextXPoint(Path *path, int32_t *x, int32_t *y);
+
+// Text: qbgraph_text.cpp
+
+extern const int32_t aCosTbl[91]; // 128 * cos, by degree
+int32_t _Cos128(int32_t angle);
+int32_t _Sin128(int32_t angle);
+void _DrawChar(const uint8_t *bits, int32_t columns, int32_t rows);
+void _DrawCharItalic(const uint8_t *bits, int32_t columns, int32_t rows, Path *path);
+void _DrawCharRotated90(const uint8_t *bits, int32_t columns, int32_t rows);
+void _DrawCharRotate90Italic(const uint8_t *bits, int32_t columns, int32_t rows, Path *path);
+void _DrawCharRotated(const uint8_t *bits, int32_t columns, int32_t rows, int32_t angle);
+void _DrawCharRotateItalic(const uint8_t *bits, int32_t columns, int32_t rows, int32_t angle, Path *path);

@@ -511,10 +511,10 @@ TEST(PlaceBoxes, BothAtTheTopLegendInACornerStaysBesideThePlot)
 TEST(PlaceBoxes, BothAtTheTopATallLegendMakesTheImageHigher)
 {
     ChartSet set = _Boxes(0x101, 0x101);
+    set.minPlotH = -100; // no room asked for
     set.labelBox.bottom = 64;
     EXPECT_EQ(_Placed(set), "titleBox 0,0,30,10\nlabelBox 0,16,20,80\nplotBox 26,16,100,80\nchart 100,80\n");
-    set.labelBox.bottom = 65; // 16 + 65 = 81; the room check alone would not ask for it: minPlotH is below 0
-    set.minPlotH = -100;
+    set.labelBox.bottom = 65; // 16 + 65 = 81
     EXPECT_EQ(_Placed(set), "titleBox 0,0,30,10\nlabelBox 0,16,20,81\nplotBox 26,16,100,81\nchart 100,81\n");
 }
 

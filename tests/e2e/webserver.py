@@ -61,6 +61,7 @@ def wait_for(port):
 
 
 def lay_out(source, package):
+    os.makedirs(package)
     for name in ("cgi", "form.html"):
         path = os.path.join(source, "demo", name)
         copy = shutil.copytree if os.path.isdir(path) else shutil.copy
@@ -108,16 +109,19 @@ def check(site, source):
 
 def main():
     source, qbchart = sys.argv[1:3]
-    with tempfile.TemporaryDirectory() as package:
+    with tempfile.TemporaryDirectory() as root:
+        package = os.path.join(root, "demo")
         lay_out(source, package)
+        # The server starts scripts with an environment of its own, so the program lies where the dispatcher expects it.
+        os.makedirs(os.path.join(root, "build", "release"))
+        os.symlink(qbchart, os.path.join(root, "build", "release", "qbchart"))
         port = free_port()
         with open(os.path.join(source, "demo", "lighttpd.conf"), encoding="utf-8") as original:
             text = re.sub(r"(?m)^server\.port = .*$", f"server.port = {port}", original.read())
         conf = os.path.join(package, "lighttpd.conf")
         with open(conf, "w", encoding="utf-8") as copy:
             copy.write(text)
-        environment = dict(os.environ, DEMO=package, QBCHART=qbchart)
-        with subprocess.Popen(["/usr/sbin/lighttpd", "-D", "-f", conf], env=environment) as server:
+        with subprocess.Popen(["/usr/sbin/lighttpd", "-D", "-f", conf], env=dict(os.environ, DEMO=package)) as server:
             try:
                 wait_for(port)
                 check(f"http://127.0.0.1:{port}", source)

@@ -126,7 +126,7 @@ TEST(Toc, GivesTheLastReportUpToTheEndOfTheFile)
 
 TEST(Toc, TakesTheNameBeforeTheFirstTabAndThePositionAfterTheLast)
 {
-    EXPECT_EQ(readReport("A\tMay\t1996\t2\nB\tx\t3\n", "aabb", "A"), "a\n"); // from 2 to 3
+    EXPECT_EQ(readReport("A\tMay\t1996\t2\nB\tx\t3\n", "abcd", "A"), "c\n"); // from 2 to 3
 }
 
 TEST(Toc, ComparesWholeNamesExactly)
@@ -271,9 +271,10 @@ TEST(Reading, NamesTheFileThatIsMissing)
     EXPECT_EQ(RunStandAlone(run).out, PlainErrorText("No Report named 'A' was referenced in the TOC\n"));
 }
 
-// A stream whose every read fails, as one of a broken disk does.
+// A stream of 100 bytes whose every read fails, as one of a broken disk does.
 static FILE *openBroken()
 {
+    static off64_t at;
     cookie_io_functions_t calls = {};
     calls.read = [](void *, char *, size_t) -> ssize_t
     {
@@ -281,7 +282,8 @@ static FILE *openBroken()
     };
     calls.seek = [](void *, off64_t *position, int whence)
     {
-        *position = whence == SEEK_END ? 100 : *position;
+        at = *position + (whence == SEEK_END ? 100 : whence == SEEK_CUR ? at : 0);
+        *position = at;
         return 0;
     };
     return fopencookie(nullptr, "r", calls);

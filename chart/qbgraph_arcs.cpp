@@ -4,6 +4,7 @@
 // where the slope passes 45 degrees; every point of the walk stands for four mirror images. Angles are whole degrees,
 // counter-clockwise from the positive x axis; y grows downwards, so 90 is straight up.
 
+#include "qbgraph_ellipse_state.h"
 #include "qbgraph_state.h"
 
 #include <algorithm>
@@ -61,26 +62,7 @@ int32_t SinY(int32_t angle, int32_t r)
 
 // ---- The walk
 
-// An ellipse in a rectangle: centre, half-axes, and -1 where an even width or height puts the right or lower half one
-// pixel nearer.
-struct _Ellipse
-{
-    int64_t cx;
-    int64_t cy;
-    int64_t a;
-    int64_t b;
-    int64_t exW;
-    int64_t exH;
-};
-
-struct _Spot
-{
-    int64_t x;
-    int64_t y;
-};
-
-// The mirror images of a walk's point: lower right, upper right, upper left, lower left.
-static std::array<_Spot, 4> _images(const _Ellipse &e, int64_t x, int64_t y)
+std::array<_Spot, 4> _Images(const _Ellipse &e, int64_t x, int64_t y)
 {
     return {{{e.cx + x + e.exW, e.cy + y + e.exH},
              {e.cx + x + e.exW, e.cy - y},
@@ -133,6 +115,18 @@ static void _walk(int64_t a, int64_t b, Visit visit)
     }
 }
 
+// Whether stamping an ellipse step by step is quick: not too many steps, and not too large a pen.
+static bool _isWalkable(const _Ellipse &e, int32_t shift)
+{
+    constexpr int64_t kMaxSteps = 1 << 16;
+    constexpr int64_t kMaxPen = 64; // pixels of a stamp
+    if (e.a == 0 || e.b == 0)
+    {
+        return true; // one step
+    }
+    return ((e.a + e.b) << shift) <= kMaxSteps && static_cast<int64_t>(curPenW) * curPenH <= kMaxPen;
+}
+
 static void _stampAt(const _Spot &spot)
 {
     if (curPenW == 1 && curPenH == 1)
@@ -150,10 +144,15 @@ static void _stampAt(const _Spot &spot)
 
 static void _DrawOval(const _Ellipse &e)
 {
+    if (!_isWalkable(e, 0))
+    {
+        _DrawWideOval(e);
+        return;
+    }
     _walk(e.a, e.b,
           [&e](int64_t x, int64_t y, int32_t)
           {
-              for (const _Spot &image : _images(e, x, y))
+              for (const _Spot &image : _Images(e, x, y))
               {
                   _stampAt(image);
               }
@@ -173,6 +172,11 @@ static void _paintOvalRow(const _Ellipse &e, int64_t x, int64_t y)
 
 static void _FillOval(const _Ellipse &e)
 {
+    if (!_isWalkable(e, 0))
+    {
+        _FillWideOval(e);
+        return;
+    }
     int64_t lastX = 0;
     int64_t lastY = -1;
     _walk(e.a, e.b,
@@ -193,18 +197,6 @@ static void _FillOval(const _Ellipse &e)
 
 // ---- Arcs and slices
 
-// The angles of an arc; when end is below start, the range goes through 0.
-struct _Angles
-{
-    int64_t start;
-    int64_t end;
-
-    bool holds(int64_t angle) const
-    {
-        return end < start ? angle >= start || angle <= end : angle >= start && angle <= end;
-    }
-};
-
 // The angles of the mirror images of a walk's point. The side of the ellipse is 0 from above and 360 from below.
 static std::array<int64_t, 4> _anglesOf(int64_t x, int64_t y, int32_t region)
 {
@@ -220,7 +212,7 @@ static void _walkArc(const _Ellipse &e, const _Angles &angles, Visit visit)
     _walk(e.a, e.b,
           [&](int64_t x, int64_t y, int32_t region)
           {
-              const auto images = _images(e, x, y);
+              const auto images = _Images(e, x, y);
               const auto turns = _anglesOf(x, y, region);
               for (size_t i = 0; i < 4; i++)
               {
@@ -234,10 +226,15 @@ static void _walkArc(const _Ellipse &e, const _Angles &angles, Visit visit)
 
 static void _DrawArc(const _Ellipse &e, const _Angles &angles)
 {
+    if (!_isWalkable(e, 0))
+    {
+        _DrawWideArc(e, angles);
+        return;
+    }
     _walkArc(e, angles, _stampAt);
 }
 
-static void _drawRadius(const _Ellipse &e, const _Spot &image)
+void _DrawRadius(const _Ellipse &e, const _Spot &image)
 {
     MovePenTo(_Wrap32(e.cx), _Wrap32(e.cy));
     _DrawLine(image.x, image.y);
@@ -245,10 +242,15 @@ static void _drawRadius(const _Ellipse &e, const _Spot &image)
 
 static void _FillArc(const _Ellipse &e, const _Angles &angles)
 {
+    if (!_isWalkable(e, 0))
+    {
+        _FillWideArc(e, angles);
+        return;
+    }
     _walkArc(e, angles,
              [&e](const _Spot &image)
              {
-                 _drawRadius(e, image);
+                 _DrawRadius(e, image);
                  DrawPen();
              });
 }
@@ -290,21 +292,20 @@ static void _frameImage(_Frame *frame, size_t i, int64_t angle, const _Spot &ima
     frame->end.keep(frame->angles.end - angle, image);
     if (angle == frame->angles.start && !frame->start.fDrawn)
     {
-        _drawRadius(frame->e, image);
+        _DrawRadius(frame->e, image);
         frame->start.fDrawn = true;
         frame->fEnabled[i] = fLeavesAtEnd;
     }
     else if (angle == frame->angles.end && !frame->end.fDrawn)
     {
-        _drawRadius(frame->e, image);
+        _DrawRadius(frame->e, image);
         frame->end.fDrawn = true;
         frame->fEnabled[i] = !fLeavesAtEnd;
     }
     _stampAt(image);
 }
 
-// A walk value back to pixels; on purpose the rounding adds half the shift, not half of what it divides by.
-static int64_t _toPixels(int64_t v, int32_t shift)
+int64_t _ToPixels(int64_t v, int32_t shift)
 {
     const int32_t half = shift >> 1;
     return v >= 0 ? (v + half) >> shift : -((half - v) >> shift);
@@ -312,22 +313,33 @@ static int64_t _toPixels(int64_t v, int32_t shift)
 
 constexpr int64_t kMinFrameAxis = 100; // a half-axis has at least this many steps, so that each degree is met
 
+int32_t _FrameShift(const _Ellipse &e)
+{
+    int32_t shift = 0;
+    while ((std::min(e.a, e.b) << shift) < kMinFrameAxis)
+    {
+        shift++;
+    }
+    return shift;
+}
+
 static void _FrameArc(const _Ellipse &e, const _Angles &angles)
 {
     if (e.a < 1 || e.b < 1)
     {
         return; // no doubling would ever enlarge it
     }
-    int32_t shift = 0;
-    while ((std::min(e.a, e.b) << shift) < kMinFrameAxis)
+    const int32_t shift = _FrameShift(e);
+    if (!_isWalkable(e, shift))
     {
-        shift++;
+        _FrameWideArc(e, angles);
+        return;
     }
     _Frame frame = {e, angles, {false, 360, {}}, {false, 360, {}}, {true, true, true, true}};
     _walk(e.a << shift, e.b << shift,
           [&](int64_t x, int64_t y, int32_t region)
           {
-              const auto images = _images(e, _toPixels(x, shift), _toPixels(y, shift));
+              const auto images = _Images(e, _ToPixels(x, shift), _ToPixels(y, shift));
               const auto turns = _anglesOf(x, y, region);
               for (size_t i = 0; i < 4; i++)
               {
@@ -341,7 +353,7 @@ static void _FrameArc(const _Ellipse &e, const _Angles &angles)
     {
         if (!radius.fDrawn && radius.gap < 360)
         {
-            _drawRadius(e, radius.nearest);
+            _DrawRadius(e, radius.nearest);
         }
     }
 }

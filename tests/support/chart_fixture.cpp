@@ -220,8 +220,8 @@ void TestChart::Draw()
 
 int32_t TestChart::At(int32_t x, int32_t y) const
 {
-    Image *image = nullptr;
-    if (GetImage(&image) == 0 || x < 0 || y < 0 || x >= image->width || y >= image->height)
+    const Image *image = set.image;
+    if (image == nullptr || x < 0 || y < 0 || x >= image->width || y >= image->height)
     {
         return -1;
     }
@@ -256,8 +256,7 @@ char TestChart::_Letter(int32_t colour) const
 
 std::string TestChart::Picture() const
 {
-    Image *image = nullptr;
-    return GetImage(&image) == 0 ? "" : Picture(0, 0, image->width, image->height);
+    return set.image == nullptr ? "" : Picture(0, 0, set.image->width, set.image->height);
 }
 
 std::string TestChart::Picture(int32_t left, int32_t top, int32_t right, int32_t bottom) const

@@ -57,13 +57,13 @@ public:
     // Everything: layout, image, and the drawing calls in the program's order.
     void Draw();
 
-    // The current image as text, one character a pixel: '.' background, '#' frames (255), '%' area outlines (245),
+    // The chart's image as text, one character a pixel: '.' background, '#' frames (255), '%' area outlines (245),
     // 's' shadow, 'f' shadowed face, a letter from 'A' on for the colour of series 1, 2, ..., a hexadecimal digit for
     // the colour of a slice.
     std::string Picture() const;
     std::string Picture(int32_t left, int32_t top, int32_t right, int32_t bottom) const;
 
-    // The pixel of the current image.
+    // The pixel of the chart's image; -1 outside it.
     int32_t At(int32_t x, int32_t y) const;
 
 private:

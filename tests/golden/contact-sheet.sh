@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# contact-sheet.sh FOLDER SHEET - all GIFs of a folder with their names, nine to a picture: SHEET-00.png, SHEET-01.png, ...
+set -euo pipefail
+
+folder=$1
+sheet=$2
+mkdir -p "$(dirname "$sheet")"
+rm -f "$sheet"-*.png
+montage -label '%t' -background white -fill black -pointsize 14 -tile 3x3 -geometry '500x400>+6+6' \
+    "$folder"/*.gif PNG8:"$sheet-%02d.png"

@@ -216,11 +216,11 @@ static _Steps _stepsInView(const _Ribbon &ribbon)
 }
 
 // The radii of a piece. A wide pen fills the gaps that some left out would make, since two radii less than a pen apart
-// leave none; and where more steps than kMaxRadii can be seen, the radii are closer together than pixels anyway.
+// leave none; and where very many are in view, they are closer together than pixels, or than the pen is wide, anyway.
 static void _paintRadii(const _Ribbon &ribbon)
 {
     constexpr int64_t kMaxSteps = 1 << 16; // an ellipse of more steps is not filled radius by radius
-    constexpr int64_t kMaxRadii = 1 << 13;
+    const int64_t maxRadii = curPenW == 1 && curPenH == 1 ? 1 << 13 : 1 << 9; // in view
     if (ribbon.steps.last < ribbon.steps.first)
     {
         return;
@@ -229,7 +229,7 @@ static void _paintRadii(const _Ribbon &ribbon)
     int64_t stride = std::max<int64_t>(std::min(curPenW, curPenH) / 4, 1);
     if (ribbon.e->a + ribbon.e->b > kMaxSteps)
     {
-        stride = std::max(stride, (view.last - view.first) / kMaxRadii + 1);
+        stride = std::max(stride, (view.last - view.first) / maxRadii + 1);
     }
     for (int64_t n = view.first; n < view.last; n += stride)
     {

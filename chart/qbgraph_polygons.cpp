@@ -254,12 +254,33 @@ static int32_t _makeEdges(const Point *points, int32_t count, _Edge *edges)
     return nEdges;
 }
 
-// A row's runs, first and last column of each, in rising order. Their stamps cover height rows from the row on.
+// What the pen covers of one row on the image: pairs of first and last column, in rising order, apart from each other.
+// Their stamps cover the pen's height from the row on.
 struct _RowRuns
 {
-    int32_t *columns; // pairs
-    int32_t count;    // values
+    int32_t *columns;
+    int32_t count; // values
 };
+
+// Adds the stamps from one column to another. Runs come by rising columns, so that only the last can meet the new one.
+static void _addRun(_RowRuns *runs, int64_t first, int64_t last)
+{
+    const auto from = static_cast<int32_t>(std::max<int64_t>(first, 0));
+    const auto to = static_cast<int32_t>(std::min<int64_t>(last + curPenW, curW) - 1);
+    int32_t *end = runs->columns + runs->count;
+    if (to < from)
+    {
+        return;
+    }
+    if (runs->count > 0 && from <= end[-1] + 1)
+    {
+        end[-1] = std::max(end[-1], to);
+        return;
+    }
+    end[0] = from;
+    end[1] = to;
+    runs->count += 2;
+}
 
 // The runs between each two crossings on the list: the right one is left out, unless it is the left one as well.
 static void _takeRuns(_RowRuns *runs)
@@ -267,43 +288,40 @@ static void _takeRuns(_RowRuns *runs)
     runs->count = 0;
     while (_polyStackSize > 0)
     {
-        const int32_t x1 = _Pop();
-        const int32_t x2 = _Pop();
-        runs->columns[runs->count++] = std::min(x1, x2);
-        runs->columns[runs->count++] = x1 == x2 ? x1 : std::max(x1, x2) - 1;
+        const int64_t x1 = _Pop();
+        const int64_t x2 = _Pop();
+        _addRun(runs, std::min(x1, x2), x1 == x2 ? x1 : std::max(x1, x2) - 1);
     }
 }
 
-static void _paintRun(int64_t first, int64_t last, int64_t top, int64_t bottom)
+// Paints the part of one run that no run of the row before covers, down to the pen's last row but one.
+static void _paintNew(int64_t first, int64_t last, const _RowRuns &before, int64_t top, int64_t bottom)
 {
-    _PaintBlock(first, top, last + curPenW, bottom);
+    for (int32_t i = 0; i < before.count && before.columns[i] <= last; i += 2)
+    {
+        _PaintBlock(first, top, before.columns[i], bottom);
+        first = std::max<int64_t>(first, static_cast<int64_t>(before.columns[i + 1]) + 1);
+    }
+    _PaintBlock(first, top, last + 1, bottom);
 }
 
-// Paints one row's runs with what the row before has painted left out: below its runs only the pen's last row is new.
-static void _paintRuns(const _RowRuns &runs, const _RowRuns &before, int64_t row)
+// Paints one row's runs without what the row before has painted: below its runs only the pen's last row is new.
+static void _paintRuns(const _RowRuns &runs, _RowRuns before, int64_t row)
 {
-    const int64_t bottom = row + curPenH;
-    int32_t k = 0;
+    const int64_t lastRow = row + curPenH - 1;
     for (int32_t i = 0; i < runs.count; i += 2)
     {
-        int64_t first = runs.columns[i];
+        const int64_t first = runs.columns[i];
         const int64_t last = runs.columns[i + 1];
-        _paintRun(first, last, bottom - 1, bottom);
-        while (k < before.count && before.columns[k + 1] < first)
+        _PaintBlock(first, lastRow, last + 1, lastRow + 1);
+        while (before.count > 0 && before.columns[1] < first) // no run from here on meets it
         {
-            k += 2;
+            before.columns += 2;
+            before.count -= 2;
         }
-        for (int32_t m = k; m < before.count && before.columns[m] <= last; m += 2)
+        if (curPenH > 1)
         {
-            if (first < before.columns[m])
-            {
-                _paintRun(first, before.columns[m] - 1, row, bottom - 1);
-            }
-            first = std::max<int64_t>(first, before.columns[m + 1] + static_cast<int64_t>(1));
-        }
-        if (first <= last)
-        {
-            _paintRun(first, last, row, bottom - 1);
+            _paintNew(first, last, before, row, lastRow);
         }
     }
 }

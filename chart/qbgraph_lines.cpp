@@ -72,19 +72,30 @@ static _Range _stepsAt(const _Line &line, const _Range &minors)
             minors.last >= line.minor ? end : _firstStepAt(line, minors.last + 1) - 1};
 }
 
-// The one-pixel pen: the steps inside the image are one piece, because a line enters it once.
-static void _paintThinLine(const _Line &line)
+// The steps of a line of one-pixel stamps inside the image: one piece, because it enters once.
+static _Range _visibleSteps(const _Line &line)
 {
+    const _Range all = {0, line.major - 1};
     const _Range columns = _touching(line.x, line.sx, 1, curW);
     const _Range rows = _touching(line.y, line.sy, 1, curH);
-    const _Range all = {0, line.major - 1};
-    const _Range steps =
-        line.steep ? _cut(_cut(all, rows), _stepsAt(line, columns)) : _cut(_cut(all, columns), _stepsAt(line, rows));
+    const int64_t width = line.steep ? line.minor : line.major;
+    const int64_t height = line.steep ? line.major : line.minor;
+    if (columns.first <= 0 && columns.last >= width && rows.first <= 0 && rows.last >= height)
+    {
+        return all; // the usual case, and no division
+    }
+    return line.steep ? _cut(_cut(all, rows), _stepsAt(line, columns)) : _cut(_cut(all, columns), _stepsAt(line, rows));
+}
+
+// The one-pixel pen, walked where it can be seen.
+static void _paintThinLine(const _Line &line)
+{
+    const _Range steps = _visibleSteps(line);
     if (steps.last < steps.first)
     {
         return;
     }
-    const int64_t minor = _minorAt(line, steps.first);
+    const int64_t minor = steps.first == 0 ? 0 : _minorAt(line, steps.first);
     const int64_t x = line.x + line.sx * (line.steep ? minor : steps.first);
     const int64_t y = line.y + line.sy * (line.steep ? steps.first : minor);
     const int64_t majorStep = line.steep ? line.sy * curW : line.sx;
@@ -102,23 +113,57 @@ static void _paintThinLine(const _Line &line)
     }
 }
 
-// A wider pen: the stamps that cover an image row are neighbours, so their union in that row is one run.
+// Sets a stepper to what a line is at k rows from its start: a steep one's distance along its minor axis, or the first
+// step of a flat one there; k at least 1 for a flat one.
+static void _setStepper(_Stepper *stepper, const _Line &line, int64_t k)
+{
+    const auto major = static_cast<uint64_t>(line.major);
+    const auto minor = static_cast<uint64_t>(line.minor);
+    const auto rows = static_cast<_UInt128>(k);
+    if (line.steep)
+    {
+        stepper->set(2 * minor * rows + major, 2 * minor, 2 * major);
+    }
+    else
+    {
+        stepper->set(major * (2 * rows - 1) + 2 * minor - 1, 2 * major, 2 * minor);
+    }
+}
+
+// A wider pen: the stamps that cover an image row are neighbours, so their union in that row is one run. It goes from
+// the last stamp but penH - 1 rows (or the line's first) to the stamp in the row furthest ahead (or the line's last).
 static void _paintThickLine(const _Line &line)
 {
-    const int64_t length = line.steep ? line.major - 1 : _minorAt(line, line.major - 1); // in y
-    const int64_t top = line.sy > 0 ? line.y : line.y - length;
-    const int64_t firstRow = std::max<int64_t>(top, 0);
-    const int64_t lastRow = std::min<int64_t>(top + length + curPenH, curH) - 1;
-    for (int64_t row = firstRow; row <= lastRow; row++)
+    const int64_t length = line.steep ? line.major - 1 : _minorAt(line, line.major - 1); // in rows
+    const int64_t start = line.sy > 0 ? line.y : line.y + curPenH - 1;                   // the row covered first
+    const int64_t low = line.sy > 0 ? -start : start - curH + 1;
+    const int64_t high = line.sy > 0 ? curH - 1 - start : start;
+    const int64_t firstAhead = std::max<int64_t>(low, 0);
+    const int64_t lastAhead = std::min(high, length + curPenH - 1);
+    const int64_t ownStep = line.steep ? 0 : 1; // a flat line's steps in a row end before the next row's first
+    _Stepper front = {};
+    _Stepper back = {};
+    if (firstAhead <= lastAhead)
     {
-        const _Range near = _cut({0, length}, line.sy > 0 ? _Range{row - curPenH + 1 - line.y, row - line.y}
-                                                          : _Range{line.y - row, line.y - row + curPenH - 1});
-        const int64_t first = line.steep ? _minorAt(line, near.first) : _firstStepAt(line, near.first);
-        const int64_t last = line.steep            ? _minorAt(line, near.last)
-                             : near.last == length ? line.major - 1
-                                                   : _firstStepAt(line, near.last + 1) - 1;
+        _setStepper(&front, line, std::min(firstAhead, length) + ownStep);
+        _setStepper(&back, line, std::max(firstAhead - curPenH + 1, ownStep));
+    }
+    for (int64_t ahead = firstAhead; ahead <= lastAhead; ahead++)
+    {
+        const int64_t behind = ahead - curPenH + 1;
+        const int64_t first = behind > 0 ? back.value : 0;
+        const int64_t last = !line.steep && ahead >= length ? line.major - 1 : front.value - ownStep;
         const int64_t left = line.sx > 0 ? line.x + first : line.x - last;
+        const int64_t row = start + line.sy * ahead;
         _PaintBlock(left, row, left + (last - first) + curPenW, row + 1);
+        if (ahead < length)
+        {
+            front.next();
+        }
+        if (behind >= ownStep)
+        {
+            back.next();
+        }
     }
 }
 

@@ -376,6 +376,25 @@ TEST_F(Gif, TheStringOfTwoFirstColorsMayBeLost)
     EXPECT_GT(nLost, 30);
 }
 
+TEST_F(Gif, TheLastCodeBeforeTheLastColorIsANewString)
+{
+    // Key 255 << 12 | 4095 has all bits set. Code 4095 is 7 7 and comes at once, before 255: nothing else is learned
+    // that late, since the next new string empties the table.
+    Bytes noise = _Noise(256, 9000);
+    std::replace(noise.begin(), noise.end(), uint8_t{7}, uint8_t{8});
+    const size_t full = _PixelsUntilFull(256, noise);
+    bool fMet = false;
+    for (size_t n = full - 10; n < full + 10; ++n)
+    {
+        Bytes positions = _Part(noise, 0, n);
+        positions.insert(positions.end(), {7, 7, 7, 255});
+        GifImage gif = _Row(256, positions);
+        const GifWalk walk = _ExpectRight(&gif, 0);
+        fMet = fMet || walk.pixelsAtLastClear == static_cast<int32_t>(n) + 3; // 255 stands alone after the clear code
+    }
+    EXPECT_TRUE(fMet);
+}
+
 TEST_F(Gif, CrowdedSlotsAreProbedLikeInTheLiteralCoder)
 {
     // The best of some hundred images of few colours, of which each pair is new: many keys, few homes.

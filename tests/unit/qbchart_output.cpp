@@ -249,21 +249,6 @@ TEST(Output, LeavesNoGifThatIsNotWhole)
     }
 }
 
-TEST(Output, LeavesNoGifOfADrawingThatFailed)
-{
-    const TempDir dir;
-    const ChildResult result = failOutput(dir,
-                                          []
-                                          {
-                                              const Rectangle empty = {0, 0, 0, 0};
-                                              EXPECT_EQ(NewImage(&empty, 256), nullptr); // the error stays
-                                              EXPECT_NE(GetGraphError(), 0);
-                                          });
-    EXPECT_EQ(result.status, 255);
-    EXPECT_EQ(result.out, PlainErrorText("Can't create chart's GIF image\n"));
-    EXPECT_EQ(ListDir(dir.path()), Names{"serial.num"});
-}
-
 // The error file
 
 TEST(ErrorFile, IsNamedByUserOrZero)

@@ -58,8 +58,8 @@ public:
     void Draw();
 
     // The chart's image as text, one character a pixel: '.' background, '#' frames (255), '%' area outlines (245),
-    // 's' shadow, 'f' shadowed face, a letter from 'A' on for the colour of series 1, 2, ..., a hexadecimal digit for
-    // the colour of a slice.
+    // 's' shadow, 'f' shadowed face (a fourteenth slice has its colour too), a letter from 'A' on for the colour of
+    // series 1, 2, ..., a hexadecimal digit for the colour of a slice.
     std::string Picture() const;
     std::string Picture(int32_t left, int32_t top, int32_t right, int32_t bottom) const;
 

@@ -9,6 +9,9 @@
 #include "qbgraph_state.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
 
 FontChar curFontChar = {};
 int16_t curFontStyle = 0;
@@ -115,55 +118,9 @@ void SetFontOrientation(int32_t orientation)
 
 // ---- Glyph stampers
 
-// Direct painting inside the image; at is the stamp's top left corner.
-static void _stampInside(int64_t at, bool fThin)
-{
-    pCurBuf[at] = curPenColor;
-    if (!fThin)
-    {
-        pCurBuf[at + 1] = curPenColor;
-        pCurBuf[at + curW] = curPenColor;
-        pCurBuf[at + curW + 1] = curPenColor;
-    }
-}
-
 static void _stampClipped(int64_t x, int64_t y)
 {
     _PaintBlock(x, y, x + curPenW, y + curPenH);
-}
-
-// Whether a block lies inside the image altogether.
-static bool _isInside(int64_t left, int64_t top, int64_t right, int64_t bottom)
-{
-    return left >= 0 && top >= 0 && right <= curW && bottom <= curH;
-}
-
-static bool _isBitSet(const uint8_t *bits, int32_t i)
-{
-    return (bits[i / 8] & (0x80 >> (i % 8))) != 0;
-}
-
-// One bitmap row, running to the right or upwards from its first column.
-static void _stampRow(const uint8_t *bits, int32_t columns, int64_t x, int64_t y, bool fUpwards)
-{
-    const int64_t dx = fUpwards ? 0 : 1;
-    const int64_t dy = fUpwards ? -1 : 0;
-    const int64_t reach = columns - 1;
-    const bool fThin = curPenW == 1 && curPenH == 1;
-    const bool fDirect = (fThin || (curPenW == 2 && curPenH == 2)) &&
-                         _isInside(x, y + dy * reach, x + dx * reach + curPenW, y + curPenH);
-    const int64_t step = dx + dy * curW;
-    for (int32_t i = 0; i < columns; i++)
-    {
-        if (bits[i / 8] == 0)
-        {
-            i |= 7; // nothing in these eight columns
-        }
-        else if (_isBitSet(bits, i))
-        {
-            fDirect ? _stampInside(y * curW + x + i * step, fThin) : _stampClipped(x + i * dx, y + i * dy);
-        }
-    }
 }
 
 // The bytes from one bitmap row to the next.
@@ -172,11 +129,121 @@ static int32_t _rowBytes(int32_t columns)
     return (columns + 7) / 8;
 }
 
+// Up to eight columns of a glyph, high bit leftmost.
+struct _Strip
+{
+    const uint8_t *bits; // the first row; not owned
+    int32_t rowBytes;    // bytes from one row to the next
+    int32_t rows;
+    uint8_t keep; // the bits that belong to the glyph
+
+    uint8_t inkOf(int32_t row) const
+    {
+        return bits[row * rowBytes] & keep;
+    }
+};
+
+static _Strip _stripOf(const uint8_t *bits, int32_t columns, int32_t rows, int32_t column)
+{
+    return {bits + column / 8, _rowBytes(columns), rows, static_cast<uint8_t>(0xFF00 >> std::min(columns - column, 8))};
+}
+
+// Visits each set bit, counted from the high one.
+template <typename Visit>
+static void _forEachBit(uint8_t ink, Visit visit)
+{
+    while (ink != 0)
+    {
+        const int32_t i = std::countl_zero(ink);
+        ink &= static_cast<uint8_t>(0x7F >> i);
+        visit(i);
+    }
+}
+
+// For each byte of ink the eight pixels, 0xFF where its bit is set, as they lie in memory.
+static constexpr auto kInkMasks = []
+{
+    std::array<uint64_t, 256> masks = {};
+    for (uint32_t ink = 0; ink < masks.size(); ink++)
+    {
+        std::array<uint8_t, 8> pixels = {};
+        for (uint32_t i = 0; i < 8; i++)
+        {
+            pixels[i] = (ink & (0x80U >> i)) != 0 ? 0xFF : 0;
+        }
+        masks[ink] = std::bit_cast<uint64_t>(pixels);
+    }
+    return masks;
+}();
+
+// Paints those of eight pixels whose bit is set.
+static void _blend8(uint8_t *pixels, uint32_t ink, uint64_t colours)
+{
+    uint64_t eight = 0;
+    std::memcpy(&eight, pixels, 8);
+    eight ^= (eight ^ colours) & kInkMasks[ink];
+    std::memcpy(pixels, &eight, 8);
+}
+
+// Stamps a text's pen, 1 by 1 or, bold, 2 by 2, along a strip inside the image; at is its first pixel, rowStep leads
+// from one row to the next. Ink and paper follow each other without a pattern, so paper is written too instead of
+// jumped over. The words that hold the pixels are blended whole: the next glyph reads the same words, and a word that
+// was just written in part would have to be waited for.
+static void _blendStrip(const _Strip &strip, int64_t at, int64_t rowStep)
+{
+    const uint64_t colours = 0x0101010101010101U * curPenColor;
+    const int64_t width = curW;
+    const int32_t penH = curPenH;
+    uint8_t *const pixels = pCurBuf;
+    for (int32_t row = 0; row < strip.rows; row++, at += rowStep)
+    {
+        const uint32_t ink = strip.inkOf(row);
+        const uint32_t nine = 2 * ink | (penH == 2 ? ink : 0);
+        for (int64_t to = at, left = penH; left > 0; to += width, left--)
+        {
+            const uint32_t sixteen = nine << (7 - to % 8);
+            uint8_t *const words = pixels + (to & ~7);
+            _blend8(words, sixteen >> 8, colours);
+            _blend8(words + 8, sixteen & 0xFF, colours);
+        }
+    }
+}
+
+// Stamps the pen along a strip whose first pixel is (x, y) and whose next rows are below, or above with down -1.
+static void _stampStrip(const _Strip &strip, int64_t x, int64_t y, int64_t down)
+{
+    const int64_t last = y + down * (strip.rows - 1);
+    const int64_t bottom = std::max(y, last) + curPenH;
+    const bool fTextPen = curPenW == curPenH && (curPenW == 1 || curPenW == 2);
+    const bool fInside = x >= 0 && std::min(y, last) >= 0 && x + 7 + curPenW <= curW && bottom <= curH;
+    // Two words from the last row's first pixel on must lie in the image too.
+    if (fTextPen && fInside && (bottom - 1) * curW + x + 16 <= static_cast<int64_t>(curW) * curH)
+    {
+        _blendStrip(strip, y * curW + x, down * curW);
+        return;
+    }
+    for (int32_t row = 0; row < strip.rows; row++, y += down)
+    {
+        _forEachBit(strip.inkOf(row), [=](int32_t i) { _stampClipped(x + i, y); });
+    }
+}
+
+// Turns eight rows of eight bits, the first one in the high byte, into the eight columns.
+static uint64_t _columnsOf(uint64_t rows)
+{
+    uint64_t swap = (rows ^ (rows >> 7)) & 0x00AA00AA00AA00AAU;
+    rows ^= swap ^ (swap << 7);
+    swap = (rows ^ (rows >> 14)) & 0x0000CCCC0000CCCCU;
+    rows ^= swap ^ (swap << 14);
+    swap = (rows ^ (rows >> 28)) & 0x00000000F0F0F0F0U;
+    return rows ^ swap ^ (swap << 28);
+}
+
 void _DrawChar(const uint8_t *bits, int32_t columns, int32_t rows)
 {
-    for (int32_t row = 0; row < rows; row++)
+    for (int32_t column = 0; column < columns; column += 8)
     {
-        _stampRow(bits + row * _rowBytes(columns), columns, curPenX, static_cast<int64_t>(curPenY) + row, false);
+        _stampStrip(_stripOf(bits, columns, rows, column), static_cast<int64_t>(curPenX) + column, curPenY, 1);
     }
     curPenY = _Wrap32(static_cast<int64_t>(curPenY) + rows);
 }
@@ -188,16 +255,41 @@ void _DrawCharItalic(const uint8_t *bits, int32_t columns, int32_t rows, Path *p
         int32_t x = 0;
         int32_t y = 0;
         _GetPathNextYPoint(path, &x, &y);
-        _stampRow(bits + row * _rowBytes(columns), columns, x, y, false);
+        for (int32_t column = 0; column < columns; column += 8)
+        {
+            _stampStrip(_stripOf(bits + row * _rowBytes(columns), columns, 1, column), static_cast<int64_t>(x) + column,
+                        y, 1);
+        }
     }
+}
+
+// Eight rows of a strip, whose columns become rows that run to the right and follow each other upwards.
+static void _stampTurned(const _Strip &strip, int32_t firstRow, int64_t x, int64_t y)
+{
+    uint64_t block = 0;
+    for (int32_t row = firstRow; row < firstRow + 8; row++)
+    {
+        block = block << 8 | (row < strip.rows ? strip.inkOf(row) : 0U);
+    }
+    block = _columnsOf(block);
+    uint8_t turned[8];
+    for (uint8_t &ink : turned)
+    {
+        ink = static_cast<uint8_t>(block >> 56);
+        block <<= 8;
+    }
+    _stampStrip({turned, 1, std::popcount(strip.keep), 0xFF}, x + firstRow, y, -1);
 }
 
 void _DrawCharRotated90(const uint8_t *bits, int32_t columns, int32_t rows)
 {
-    for (int32_t row = 0; row < rows; row++)
+    for (int32_t column = 0; column < columns; column += 8)
     {
-        _stampRow(bits + row * _rowBytes(columns), columns, static_cast<int64_t>(curPenX) + row,
-                  static_cast<int64_t>(curPenY) - 1, true);
+        for (int32_t row = 0; row < rows; row += 8)
+        {
+            _stampTurned(_stripOf(bits, columns, rows, column), row, curPenX,
+                         static_cast<int64_t>(curPenY) - 1 - column);
+        }
     }
 }
 
@@ -208,7 +300,11 @@ void _DrawCharRotate90Italic(const uint8_t *bits, int32_t columns, int32_t rows,
         int32_t x = 0;
         int32_t y = 0;
         _GetPathNextXPoint(path, &x, &y);
-        _stampRow(bits + row * _rowBytes(columns), columns, x, y, true);
+        for (int32_t column = 0; column < columns; column += 8)
+        {
+            _forEachBit(_stripOf(bits, columns, rows, column).inkOf(row),
+                        [=](int32_t i) { _stampClipped(x, static_cast<int64_t>(y) - column - i); });
+        }
     }
 }
 
@@ -217,12 +313,14 @@ static void _stampTurnedRow(const uint8_t *bits, int32_t columns, int32_t row, c
 {
     const int64_t c = _Cos128(angle);
     const int64_t s = _Sin128(angle);
-    for (int32_t i = 0; i < columns; i++)
+    for (int32_t column = 0; column < columns; column += 8)
     {
-        if (_isBitSet(bits, i))
-        {
-            _stampClipped(start.x + _round128(i * c + row * s), start.y + _round128(row * c - i * s));
-        }
+        _forEachBit(_stripOf(bits, columns, 1, column).inkOf(0),
+                    [=](int32_t bit)
+                    {
+                        const int32_t i = column + bit;
+                        _stampClipped(start.x + _round128(i * c + row * s), start.y + _round128(row * c - i * s));
+                    });
     }
 }
 

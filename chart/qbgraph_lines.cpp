@@ -103,13 +103,18 @@ static void _paintThinLine(const _Line &line)
     // The decision term of that step; it is small, though its parts are not.
     auto term = static_cast<int64_t>(2 * static_cast<_Int128>(line.minor) * (steps.first + 1) - line.major -
                                      2 * static_cast<_Int128>(line.major) * minor);
+    // Copies: the compiler could not know that painting leaves the pen and the line alone.
+    uint8_t *const pixels = pCurBuf;
+    const uint8_t colour = curPenColor;
+    const int64_t gain = 2 * line.minor;
+    const int64_t loss = 2 * line.major;
     int64_t at = y * curW + x;
-    for (int64_t i = steps.first; i <= steps.last; i++)
+    for (int64_t left = steps.last - steps.first; left >= 0; left--)
     {
-        pCurBuf[at] = curPenColor;
+        pixels[at] = colour;
         const int64_t taken = term >= 0 ? -1 : 0; // all ones for a minor step: no jump to mispredict
         at += majorStep + (minorStep & taken);
-        term += 2 * line.minor - (2 * line.major & taken);
+        term += gain - (loss & taken);
     }
 }
 

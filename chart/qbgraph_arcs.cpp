@@ -197,23 +197,52 @@ static void _FillOval(const _Ellipse &e)
 
 // ---- Arcs and slices
 
-// The angles of the mirror images of a walk's point. The side of the ellipse is 0 from above and 360 from below.
-static std::array<int64_t, 4> _anglesOf(int64_t x, int64_t y, int32_t region)
+// Finds the angle of one point after the other, looking from the last one on; it does not divide.
+class _Turning
 {
-    const int32_t angle = _CoTan(x, y);
-    const int64_t turn = region == 2 && angle == 0 ? 360 : angle;
-    return {turn, 360 - turn, turn - 180, 540 - turn};
-}
+public:
+    // The angles of the mirror images of a walk's point. The side of the ellipse is 0 from above and 360 from below.
+    std::array<int64_t, 4> anglesOf(int64_t x, int64_t y, int32_t region)
+    {
+        const int32_t angle = x > 0 && y > 0 ? 360 - _indexOf(x, y) : _CoTan(x, y);
+        const int64_t turn = region == 2 && angle == 0 ? 360 : angle;
+        return {turn, 360 - turn, turn - 180, 540 - turn};
+    }
 
-// Visits every mirror image inside the angles: its number, its angle, the image itself.
+private:
+    // Whether the tangent of i degrees is below the 128ths of y / x, cut off as in _tanIndex.
+    static bool _isBelow(int32_t i, int64_t x, int64_t y)
+    {
+        return (aTanTbl[i] + 1) * x <= 128 * y;
+    }
+
+    // The same as _tanIndex.
+    int32_t _indexOf(int64_t x, int64_t y)
+    {
+        while (_index > 0 && !_isBelow(_index - 1, x, y))
+        {
+            _index--;
+        }
+        while (_index < 90 && _isBelow(_index, x, y))
+        {
+            _index++;
+        }
+        return _index;
+    }
+
+    int32_t _index = 90; // degrees; a walk begins at the top
+};
+
+// Visits every mirror image inside the angles.
 template <typename Visit>
 static void _walkArc(const _Ellipse &e, const _Angles &angles, Visit visit)
 {
+    _Turning turning;
     _walk(e.a, e.b,
           [&](int64_t x, int64_t y, int32_t region)
           {
               const auto images = _Images(e, x, y);
-              const auto turns = _anglesOf(x, y, region);
+              const auto turns = turning.anglesOf(x, y, region);
               for (size_t i = 0; i < 4; i++)
               {
                   if (angles.holds(turns[i]))
@@ -262,9 +291,10 @@ struct _Radius
     int64_t gap; // degrees inside the range; 360: no image yet
     _Spot nearest;
 
+    // degrees from the radius into the range, -360 .. 360
     void keep(int64_t degrees, const _Spot &image)
     {
-        const int64_t distance = (degrees % 360 + 360) % 360;
+        const int64_t distance = degrees < 0 ? degrees + 360 : degrees == 360 ? 0 : degrees;
         if (distance < gap)
         {
             gap = distance;
@@ -305,6 +335,18 @@ static void _frameImage(_Frame *frame, size_t i, int64_t angle, const _Spot &ima
     _stampAt(image);
 }
 
+static void _frameImages(_Frame *frame, const std::array<int64_t, 4> &turns, const _Spot &spot, int32_t region)
+{
+    const auto images = _Images(frame->e, spot.x, spot.y);
+    for (size_t i = 0; i < 4; i++)
+    {
+        if (frame->fEnabled[i] && frame->angles.holds(turns[i]))
+        {
+            _frameImage(frame, i, turns[i], images[i], region);
+        }
+    }
+}
+
 int64_t _ToPixels(int64_t v, int32_t shift)
 {
     const int32_t half = shift >> 1;
@@ -336,18 +378,21 @@ static void _FrameArc(const _Ellipse &e, const _Angles &angles)
         return;
     }
     _Frame frame = {e, angles, {false, 360, {}}, {false, 360, {}}, {true, true, true, true}};
+    _Turning turning;
+    std::array<int64_t, 4> last = {-1, -1, -1, -1};
     _walk(e.a << shift, e.b << shift,
           [&](int64_t x, int64_t y, int32_t region)
           {
-              const auto images = _Images(e, _ToPixels(x, shift), _ToPixels(y, shift));
-              const auto turns = _anglesOf(x, y, region);
-              for (size_t i = 0; i < 4; i++)
+              const _Spot spot = {_ToPixels(x, shift), _ToPixels(y, shift)};
+              const auto turns = turning.anglesOf(x, y, region);
+              // The enlarged walk stays on a pixel and in a degree for some steps, of which only the first can paint.
+              // When both radii have the same angle, though, the second one is drawn by the second step.
+              const std::array<int64_t, 4> now = {spot.x, spot.y, turns[0], region};
+              if (now != last || angles.start == angles.end)
               {
-                  if (frame.fEnabled[i] && angles.holds(turns[i]))
-                  {
-                      _frameImage(&frame, i, turns[i], images[i], region);
-                  }
+                  _frameImages(&frame, turns, spot, region);
               }
+              last = now;
           });
     for (const _Radius &radius : {frame.start, frame.end})
     {

@@ -147,7 +147,7 @@ int32_t *_pPolyStack = nullptr;
 int32_t _polyStackSize = 0;
 int32_t _polyMaxStackSize = 0;
 
-// Whether the list is in falling order; _Push drops the order and _Pop restores it.
+// Whether the list is in falling order; _Push may drop the order, and _Pop restores it.
 static bool _fPolyStackSorted = false;
 
 int32_t _Push(int32_t v)
@@ -156,8 +156,8 @@ int32_t _Push(int32_t v)
     {
         return 0;
     }
+    _fPolyStackSorted = _polyStackSize == 0 || (_fPolyStackSorted && v <= _pPolyStack[_polyStackSize - 1]);
     _pPolyStack[_polyStackSize++] = v;
-    _fPolyStackSorted = false;
     return 1;
 }
 
@@ -314,15 +314,16 @@ static void _paintRuns(const _RowRuns &runs, _RowRuns before, int64_t row)
         const int64_t first = runs.columns[i];
         const int64_t last = runs.columns[i + 1];
         _PaintBlock(first, lastRow, last + 1, lastRow + 1);
+        if (curPenH == 1)
+        {
+            continue;
+        }
         while (before.count > 0 && before.columns[1] < first) // no run from here on meets it
         {
             before.columns += 2;
             before.count -= 2;
         }
-        if (curPenH > 1)
-        {
-            _paintNew(first, last, before, row, lastRow);
-        }
+        _paintNew(first, last, before, row, lastRow);
     }
 }
 
@@ -360,10 +361,40 @@ static void _pushCrossings(_Scan *scan, int64_t row)
         edge.along.next();
         if (edge.bottom > row)
         {
-            scan->edges[kept++] = edge;
+            if (kept != i)
+            {
+                scan->edges[kept] = edge;
+            }
+            kept++;
         }
     }
     scan->nActive = kept;
+}
+
+// The usual case quickly: rows that only two edges cross, with a pen of one row. Goes on to the row where an edge
+// begins or ends, and returns it; the edges' last rows are left to the general way, which takes them off.
+static int64_t _fillBetween(_Scan *scan, int64_t row, int64_t end)
+{
+    _Edge left = scan->edges[0];
+    _Edge right = scan->edges[1];
+    const int64_t nextTop = scan->nBegun < scan->nEdges ? scan->edges[scan->nBegun].top : end - 1;
+    const int64_t last = std::min({end - 1, nextTop, left.bottom - 1, right.bottom - 1});
+    for (; row <= last; row++)
+    {
+        const int64_t x1 = left.x + left.sx * left.along.value;
+        const int64_t x2 = right.x + right.sx * right.along.value;
+        const int64_t first = std::max<int64_t>(std::min(x1, x2), 0);
+        const int64_t stop = std::min<int64_t>(std::max(x1, x2) + (x1 == x2 ? 0 : -1) + curPenW, curW);
+        if (first < stop)
+        {
+            std::memset(pCurBuf + row * curW + first, curPenColor, static_cast<size_t>(stop - first));
+        }
+        left.along.next();
+        right.along.next();
+    }
+    scan->edges[0] = left;
+    scan->edges[1] = right;
+    return row;
 }
 
 // A pen higher than this fills as if it were this high: rows further above the image are not looked at.
@@ -379,6 +410,15 @@ static void _fillRows(_Edge *edges, int32_t nEdges, int32_t *runBuffer, int64_t 
     for (int64_t row = first; row < end; row++)
     {
         _beginEdges(&scan, row);
+        if (curPenH == 1 && scan.nActive == 2)
+        {
+            row = _fillBetween(&scan, row, end);
+            if (row == end)
+            {
+                return;
+            }
+            _beginEdges(&scan, row);
+        }
         _pushCrossings(&scan, row);
         _takeRuns(&runs);
         _paintRuns(runs, before, row);

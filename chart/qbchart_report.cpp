@@ -277,7 +277,8 @@ static void _makeSeriesRecords(ChartData *data)
         ExitWithError("\nOut of memory trying to allocate\n%d bytes for %d Series\n", ClampToInt32(bytes),
                       data->nSeries);
     }
-    bytes = static_cast<int64_t>(data->nSeries) * static_cast<int64_t>(sizeof(Series *));
+    bytes = static_cast<int64_t>(data->nSeries) *
+            static_cast<int64_t>(sizeof(Series *)); // NOLINT(bugprone-sizeof-expression): pointers are meant
     data->seriesPtrs = static_cast<Series **>(_takeMemory(bytes));
     if (data->seriesPtrs == nullptr)
     {

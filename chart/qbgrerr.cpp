@@ -75,6 +75,7 @@ int32_t PrintError(FILE *stream, const char *format, va_list args, bool fHtml)
         }
         format++;
         nConversions++;
+        // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the analyzer loses the list on its way through a parameter
         switch (*format)
         {
         case 'd':
@@ -95,6 +96,7 @@ int32_t PrintError(FILE *stream, const char *format, va_list args, bool fHtml)
             nConversions--;
             fputc(*format, stream);
         }
+        // NOLINTEND(clang-analyzer-valist.Uninitialized)
     }
     return nConversions;
 }

@@ -24,7 +24,7 @@ HTab *NewHTab(uint32_t size)
         ExitWithError("\nOut of memory trying to allocate\n%d bytes in for a hash table ptr in NewHTab", kTableBytes);
     }
     const int32_t bytes = ClampToInt32(static_cast<int64_t>(size) * kBucketBytes);
-    table->buckets = static_cast<HItem **>(calloc(size, sizeof(HItem *)));
+    table->buckets = static_cast<HItem **>(calloc(size, sizeof(HItem *))); // NOLINT(bugprone-sizeof-expression)
     if (table->buckets == nullptr)
     {
         free(table);

@@ -41,17 +41,13 @@ void _KillEnv()
 
 int32_t OSSetEnv(const char *name, const char *value)
 {
-    const size_t nameLen = strlen(name);
-    const size_t valueLen = strlen(value);
-    const size_t size = static_cast<size_t>(_envSize) + nameLen + valueLen + 2;
+    const size_t entrySize = strlen(name) + strlen(value) + 2;
+    const size_t size = static_cast<size_t>(_envSize) + entrySize;
     if (_pEnv == nullptr || size >= kEnvBytes)
     {
         return 0;
     }
-    char *entry = _pEnv + _envSize;
-    memcpy(entry, name, nameLen);
-    entry[nameLen] = '=';
-    memcpy(entry + nameLen + 1, value, valueLen + 1);
+    snprintf(_pEnv + _envSize, entrySize, "%s=%s", name, value);
     _envSize = static_cast<int32_t>(size);
     return _envSize;
 }
@@ -274,13 +270,17 @@ int32_t OSRemoveAll(const char *dir)
 int32_t OSExecute(const char *path, ...)
 {
     constexpr size_t kMaxEntries = 20; // the path, the arguments and the closing null
-    char *vector[kMaxEntries] = {};
-    size_t n = 0;
+    char *vector[kMaxEntries] = {};    // without const, as execv wants it, which does not write to the texts
+    vector[0] = const_cast<char *>(path);
     va_list args;
     va_start(args, path);
-    for (const char *text = path; text != nullptr && n < kMaxEntries - 1; text = va_arg(args, const char *))
+    for (size_t n = 1; n < kMaxEntries - 1; n++)
     {
-        vector[n++] = const_cast<char *>(text); // execv does not write to it
+        vector[n] = va_arg(args, char *);
+        if (vector[n] == nullptr)
+        {
+            break;
+        }
     }
     va_end(args);
     fflush(stdout);

@@ -1,24 +1,18 @@
 // gallery.cpp - the pictures, settings and page of docs/gallery and the README's picture are what the program draws.
 
+#include "temp_dir.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 namespace fs = std::filesystem;
 
 static const fs::path _docs = fs::path(SOURCE_DIR) / "docs";
-
-static std::string _bytesOf(const fs::path &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // What the gallery consists of, relative to docs/, in alphabetical order.
 static std::vector<std::string> _filesOf(const fs::path &docs)
@@ -39,7 +33,7 @@ static std::vector<std::string> _filesOf(const fs::path &docs)
 // Pictures may be packed in another way by another version of the tool that made them; only their pixels count.
 static bool _isSame(const fs::path &kept, const fs::path &drawn)
 {
-    if (_bytesOf(kept) == _bytesOf(drawn))
+    if (ReadFile(kept) == ReadFile(drawn))
     {
         return true;
     }

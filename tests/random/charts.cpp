@@ -129,11 +129,11 @@ std::unique_ptr<TestChart> makeChart(uint32_t seed)
     chart->SetTitle(dice.text(30) + (dice.chance(20) ? "\n" + dice.text(30) : ""));
     const int32_t nCells = dice.chance(2) ? dice.roll(30, 150) : dice.roll(1, 15);
     const int32_t longest = dice.oneOf({1, 6, 20});
-    std::vector<std::string> texts;
+    std::vector<std::string> texts(static_cast<size_t>(nCells));
     const bool fDates = dice.chance(30);
-    for (int32_t i = 0; i < nCells; i++)
+    for (size_t i = 0; i < texts.size(); i++)
     {
-        texts.push_back(fDates ? "Fri May " + std::to_string(i % 31 + 1) + " 1996" : dice.text(longest));
+        texts[i] = fDates ? "Fri May " + std::to_string(i % 31 + 1) + " 1996" : dice.text(longest);
     }
     fDates ? chart->SetDates(texts) : chart->SetCategories(dice.text(longest), texts);
     const std::function<double()> rollValue = rollKindOfValue(dice, type == kTypePie);

@@ -2,8 +2,8 @@
 //
 // A slice is framed and then filled from a seed near its rim. The seed of a very thin slice can fall outside its frame,
 // and the fill would run over the picture or over a neighbour. Each slice is therefore tried first on a spare image
-// that holds nothing but its frame: it is filled only when the fill stays in the frame and does not begin on a pixel
-// of an earlier slice. All slices with an inside of their own pass.
+// that holds nothing but its frame, and filled only when the fill stays in it. All slices with an inside of their own
+// pass. Rounding can also carry the last slices past the full circle, where their seed lies on the first ones.
 //
 // Angles are whole degrees, counter-clockwise from the positive x axis; a pie closes at 359 degrees, on purpose.
 // Radii are worked out in 128ths of a pixel.
@@ -12,22 +12,21 @@
 #include "qbgrerr.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 constexpr int32_t _kLastAngle = 359;
+constexpr int32_t _kFullCircle = 360;
 
 // What the spare image's pixels stand for.
 constexpr int32_t _kTrialFree = 0;
 constexpr int32_t _kTrialFilled = 1;
 constexpr int32_t _kTrialFrame = 2;
 
-// The spare image of one pie, and which of its pixels belong to slices that were filled.
+// The spare image of one pie.
 struct _Trial
 {
-    Image *chart;   // the image to return to; not owned
-    Image *image;   // owned
-    uint8_t *taken; // owned: 1 for each pixel of a filled slice
-    int32_t left;   // what (0, 0) of the spare image is in the chart
+    Image *chart; // the image to return to; not owned
+    Image *image; // owned
+    int32_t left; // what (0, 0) of the spare image is in the chart
     int32_t top;
 };
 
@@ -114,38 +113,25 @@ static _Trial _OpenTrial(const _Pie *pie)
     const int32_t rim = pie->explodeR + 3;
     const int64_t side = pie->diameter + 2LL * rim;
     const Rectangle rect = {0, 0, _ToInt32(side), _ToInt32(side)};
-    _Trial trial = {nullptr, nullptr, nullptr, pie->square.left - rim, pie->square.top - rim};
+    _Trial trial = {nullptr, nullptr, pie->square.left - rim, pie->square.top - rim};
     GetImage(&trial.chart);
-    trial.taken = static_cast<uint8_t *>(std::calloc(static_cast<size_t>(side * side), 1));
-    trial.image = trial.taken == nullptr ? nullptr : NewImage(&rect, 3);
+    trial.image = NewImage(&rect, 3);
     if (trial.image == nullptr)
     {
-        std::free(trial.taken);
         ExitWithError("\nOut of memory trying to allocate\n%d bytes for the slices of a pie\n", _ToInt32(side * side));
     }
     SetImage(trial.chart);
     return trial;
 }
 
-static void _CloseTrial(_Trial *trial)
+// Whether the fill of a slice stays in its frame.
+//   square   of the slice, exploded or not
+static bool _IsEnclosed(const _Trial *trial, const Rectangle *square, const _Slice *slice, Point seed)
 {
-    KillImage(trial->image);
-    std::free(trial->taken);
-}
-
-// Whether a slice can be filled from its seed. If so its pixels are taken from now on.
-static bool _TryFill(_Trial *trial, const Rectangle *square, const _Slice *slice, Point seed)
-{
-    Image *image = trial->image;
     const Point at = {seed.x - trial->left, seed.y - trial->top};
-    const size_t seedIndex = static_cast<size_t>(at.y) * static_cast<size_t>(image->width) + static_cast<size_t>(at.x);
-    if (trial->taken[seedIndex] != 0)
-    {
-        return false;
-    }
     Rectangle local = *square;
     MoveRectangleRel(&local, -trial->left, -trial->top);
-    SetImage(image);
+    SetImage(trial->image);
     SetPenColor(_kTrialFree);
     FillImage();
     SetPenColor(_kTrialFrame);
@@ -153,16 +139,7 @@ static bool _TryFill(_Trial *trial, const Rectangle *square, const _Slice *slice
     SetPenColor(_kTrialFilled);
     Fill(at.x, at.y, _kTrialFrame);
     SetImage(trial->chart);
-    if (image->pixels[seedIndex] != _kTrialFilled || image->pixels[0] == _kTrialFilled)
-    {
-        return false;
-    }
-    const size_t nPixels = static_cast<size_t>(image->width) * static_cast<size_t>(image->height);
-    for (size_t i = 0; i < nPixels; i++)
-    {
-        trial->taken[i] |= image->pixels[i] == _kTrialFilled ? 1 : 0;
-    }
-    return true;
+    return trial->image->pixels[0] != _kTrialFilled;
 }
 
 // The part of its series that a cell is.
@@ -177,17 +154,16 @@ static bool _IsExploded(const ChartSet *set, const Series *series, double value)
            ((set->pieExplode & kExplodeMin) != 0 && value == series->min);
 }
 
-static void _DrawSlice(const _Pie *pie, const _Slice *slice, _Trial *trial)
+static void _DrawSlice(const _Pie *pie, const _Slice *slice, const _Trial *trial)
 {
     Rectangle square = pie->square;
     MoveRectangleRel(&square, slice->offset.x, slice->offset.y);
     const Point inside = _OnCircle(slice->middle, pie->fillR);
     const Point seed = {pie->center.x + slice->offset.x + inside.x, pie->center.y + slice->offset.y + inside.y};
-    const bool fFill = _TryFill(trial, &square, slice, seed);
     SetPenColor(kColorAreaOutline);
     FrameArc(&square, slice->start, slice->span);
     SetPenColor(slice->colour);
-    if (fFill)
+    if (slice->middle <= _kFullCircle && _IsEnclosed(trial, &square, slice, seed))
     {
         Fill(seed.x, seed.y, kColorAreaOutline);
     }
@@ -212,14 +188,15 @@ static void _DrawSlices(const _Pie *pie, const ChartSet *set)
     _SelectDataFont(set);
     const int32_t ascent = _CurFontInfo().ascent;
     const Cell *cells = pie->series->cells + set->firstCell;
-    _Trial trial = _OpenTrial(pie);
+    const _Trial trial = _OpenTrial(pie);
     _Slice slice = {};
     slice.colour = _kFirstSliceColor;
     for (int32_t i = 0; i < set->nGraphedCells; i++)
     {
         const double fraction = _FractionOf(pie->series, &cells[i]);
         const bool fLast = i == set->nGraphedCells - 1;
-        slice.span = fLast ? _kLastAngle - slice.start : std::clamp(_WholePart(360.0 * fraction + 0.5), 0, 360);
+        slice.span =
+            fLast ? _kLastAngle - slice.start : std::clamp(_WholePart(360.0 * fraction + 0.5), 0, _kFullCircle);
         slice.middle = slice.start + slice.span / 2;
         if (slice.span > 0)
         {
@@ -234,7 +211,7 @@ static void _DrawSlices(const _Pie *pie, const ChartSet *set)
         }
         slice.colour = _NextSliceColor(slice.colour);
     }
-    _CloseTrial(&trial);
+    KillImage(trial.image);
 }
 
 // The series label stands centred under the pie.

@@ -381,15 +381,15 @@ TEST(ThinSlices, WithoutAnInsideAreNotFilled)
     EXPECT_NE(picture.find('1'), std::string::npos);
 }
 
-TEST(ThinSlices, BeyondTheFullCircleDoNotRepaintTheFirst)
+TEST(Slices, BeyondTheFullCircleDoNotRepaintTheFirst)
 {
-    // 1.5 degrees become 2: 240 cells reach 478, and those from the 180th on lie over the first ones
-    PieChart chart(std::vector<double>(240, 1));
-    chart.set.plotBox = {2, 2, 118, 118};
-    chart.set.pieLabelH = 0;
+    // 17 / 720 of a circle is 8.5 degrees and becomes 9: forty of them close the circle, the next runs from 360 to 375
+    std::vector<double> values(40, 17);
+    values.insert(values.end(), {30, 10});
+    PieChart chart(values);
     chart.DrawPie();
-    EXPECT_EQ(chart.At(0, 0), 0);
-    EXPECT_EQ(chart.At(119, 119), 0);
+    EXPECT_EQ(chart.At(60 + CosX(-367, kFillR), 55 + SinY(-367, kFillR)), 9);
+    EXPECT_EQ(chart.At(60 + CosX(-355, kFillR), 55 + SinY(-355, kFillR)), (9 + 16 * 39) % 256);
 }
 
 // What must not stop the run
@@ -516,7 +516,7 @@ TEST(Pie, IsNotDrawnWithoutRecordsOrAfterAGraphicsError)
 
 TEST(Pie, WithoutMemoryEndsTheRun)
 {
-    for (int32_t n = 1; n <= 5; n++) // the map of taken pixels, then the image's four parts
+    for (int32_t n = 1; n <= 4; n++) // the spare image has four parts
     {
         const ChildResult result = RunInChild(
             [n]

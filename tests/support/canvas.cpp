@@ -17,6 +17,7 @@ Canvas::Canvas(int32_t width, int32_t height, uint32_t nColors)
     SetPenColor(0);
     FillImage();
     SetPenColor(255);
+    SetImage(_image); // writes pen and colours into the records, in case another canvas takes over
 }
 
 Canvas::~Canvas()

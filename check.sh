@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-packages=(g++ make cmake perl libgtest-dev libbenchmark-dev libgif-dev libgd-dev imagemagick lighttpd ffmpeg python3 python3-pil)
+packages=(g++ make cmake perl libgtest-dev libbenchmark-dev libgif-dev libgd-dev imagemagick fonts-dejavu-core lighttpd ffmpeg python3 python3-pil)
 
 install_missing()
 {

@@ -131,9 +131,11 @@ static Image *_Painted(int32_t width, int32_t height, Color fColor)
     {
         image->pixels[i] = fColor(i % width, i / width);
     }
+    const uint8_t *begin = image->pixels;
+    const uint8_t *end = begin + static_cast<int64_t>(width) * height;
     for (int32_t color = 0; color < 256; ++color)
     {
-        if (std::find(image->pixels, image->pixels + width * height, color) != image->pixels + width * height)
+        if (std::find(begin, end, color) != end)
         {
             SetPenColor(color);
         }
@@ -228,8 +230,9 @@ static ssize_t _WriteSink(void *cookie, const char *data, size_t size)
     return static_cast<ssize_t>(size);
 }
 
-static void _BenchOurs(benchmark::State &state, const BenchImage *bench)
+static void _BenchOurs(benchmark::State &state, const char *name)
 {
+    const BenchImage *bench = &_Images().at(name);
     Sink sink;
     for ([[maybe_unused]] auto step : state)
     {
@@ -264,8 +267,9 @@ static ColorMapObject *_GiflibColors(const ColorTable &table)
     return map;
 }
 
-static void _BenchGiflib(benchmark::State &state, const BenchImage *bench)
+static void _BenchGiflib(benchmark::State &state, const char *name)
 {
+    const BenchImage *bench = &_Images().at(name);
     Sink sink;
     std::vector<uint8_t> positions = bench->positions;
     SetImage(bench->image);
@@ -289,8 +293,9 @@ static void _BenchGiflib(benchmark::State &state, const BenchImage *bench)
     _Report(state, *bench, sink.bytes.size());
 }
 
-static void _BenchGd(benchmark::State &state, const BenchImage *bench)
+static void _BenchGd(benchmark::State &state, const char *name)
 {
+    const BenchImage *bench = &_Images().at(name);
     const ColorTable &table = *bench->image->colorTable;
     gdImagePtr picture = gdImageCreate(bench->image->width, bench->image->height);
     for (uint32_t k = 0; k < table.count; ++k)
@@ -312,20 +317,16 @@ static void _BenchGd(benchmark::State &state, const BenchImage *bench)
     _Report(state, *bench, static_cast<size_t>(size));
 }
 
-int main(int argc, char **argv)
-{
-    for (const auto &entry : _Images())
-    {
-        const auto add = [&](const char *who, void (*fBench)(benchmark::State &, const BenchImage *))
-        {
-            const std::string name = entry.first + "/" + who;
-            benchmark::RegisterBenchmark(name.c_str(), fBench, &entry.second)->Unit(benchmark::kMicrosecond);
-        };
-        add("ours", _BenchOurs);
-        add("giflib", _BenchGiflib);
-        add("libgd", _BenchGd);
-    }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+#define BENCH_IMAGE(name)                                                                                              \
+    BENCHMARK_CAPTURE(_BenchOurs, name, #name)->Unit(benchmark::kMicrosecond);                                         \
+    BENCHMARK_CAPTURE(_BenchGiflib, name, #name)->Unit(benchmark::kMicrosecond);                                       \
+    BENCHMARK_CAPTURE(_BenchGd, name, #name)->Unit(benchmark::kMicrosecond)
+
+BENCH_IMAGE(chart8_600x400);
+BENCH_IMAGE(chart16_2000x1500);
+BENCH_IMAGE(line6_33600x800);
+BENCH_IMAGE(flat_1000x1000);
+BENCH_IMAGE(noise256_1000x1000);
+BENCH_IMAGE(photo_1024x768);
+
+BENCHMARK_MAIN();

@@ -487,7 +487,7 @@ static int32_t _CodePixels(const uint8_t *from, const uint8_t *end, int32_t pref
         }
         if (_aHash[slot] != 0)
         {
-            prefix = _aHash[slot] & 4095;
+            prefix = static_cast<int32_t>(_aHash[slot] & 4095);
             continue;
         }
         const int32_t code = _OutputAndLearn(prefix, pixel);
@@ -633,7 +633,7 @@ static int32_t _WriteGifCTab(const uint8_t rgb[][3], const uint8_t *order, uint3
     {
         memcpy(table[k], rgb[k < nColors ? order[k] : 0], 3);
     }
-    return _WriteBytes(table, nEntries * 3);
+    return _WriteBytes(table, nEntries * sizeof *table);
 }
 
 static int32_t _WriteGifGraphControlExt()

@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const uint32_t nColors = data[2] + 1u;
     Bytes pixels = _Pixels(data + 4, std::min<size_t>(size - 4, 4096), (data[0] & 4) != 0, nColors);
     const int32_t width = static_cast<int32_t>(std::min<size_t>(data[1] + 1u, pixels.size()));
-    const int32_t height = static_cast<int32_t>(pixels.size()) / width;
+    const int32_t height = std::min(static_cast<int32_t>(pixels.size()) / width, 65535); // what the file can say
     pixels.resize(static_cast<size_t>(width) * static_cast<size_t>(height));
     GifImage gif(width, height, nColors, std::move(pixels));
     const int32_t transparent = (data[0] & 2) != 0 ? data[3] % static_cast<int32_t>(nColors) : -1;

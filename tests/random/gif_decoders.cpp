@@ -181,7 +181,9 @@ private:
 static int32_t _HeaderNumber(const std::string &header, const std::string &key)
 {
     const size_t at = header.find(key + "=");
-    return at == std::string::npos ? -1 : std::atoi(header.c_str() + at + key.size() + 1);
+    return at == std::string::npos
+               ? -1
+               : static_cast<int32_t>(std::strtol(header.c_str() + at + key.size() + 1, nullptr, 10));
 }
 
 // ImageMagick keeps palette and positions in its own format: a header as text, the palette, and for each pixel its
@@ -270,11 +272,11 @@ static int32_t _RandomSide(std::mt19937 *random, int32_t batch, int32_t bit)
 TEST(GifDecoders, EveryDecoderFindsTheImageThatWasWritten)
 {
     const char *text = std::getenv("QB_GIF_IMAGES");
-    const int32_t nImages = text != nullptr ? std::atoi(text) : 3000;
+    const int64_t nImages = text != nullptr ? std::strtol(text, nullptr, 10) : 3000;
     ASSERT_GT(nImages, 0);
     const int32_t batchSize = 50;
     InitGraph();
-    for (int32_t batch = 0; batch * batchSize < nImages; ++batch)
+    for (int32_t batch = 0; batch < (nImages + batchSize - 1) / batchSize; ++batch)
     {
         std::mt19937 random(static_cast<uint32_t>(batch) + 1);
         const int32_t width = _RandomSide(&random, batch, 1);

@@ -213,7 +213,7 @@ std::vector<uint8_t> GifBytes(Image *image, int32_t fInterlaced)
     }
     ImgToGif(image, fInterlaced, out);
     std::fclose(out);
-    const std::vector<uint8_t> bytes(text, text + size);
+    std::vector<uint8_t> bytes(text, text + size);
     std::free(text);
     return bytes;
 }

@@ -113,4 +113,52 @@ TEST(WideArcs, FrameSlicesAsStepByStep)
     }
 }
 
+// What takes too long step by step; a test that hangs is the failure.
+TEST(WideArcs, OfAnySizeAndPenEnd)
+{
+    const Rectangle rects[] = {{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX},
+                               {-2000000000, 30, 2000000000, 32},
+                               {30, -2000000000, 33, 2000000000},
+                               {-2000000000, -2000000000, 35, 35},
+                               {1000000, 1000000, 2000000000, 2000000000},
+                               {-50000, -50000, 50000, 50000}};
+    for (const int32_t pen : {1, 3, 100000, INT32_MAX})
+    {
+        for (const Rectangle &rect : rects)
+        {
+            Canvas canvas(kSide, kSide);
+            SetPenSize(pen, pen);
+            DrawOval(&rect);
+            FillOval(&rect);
+            DrawArc(&rect, INT32_MIN, INT32_MAX);
+            FillArc(&rect, 20, 350);
+            FrameArc(&rect, 20, 350);
+            EXPECT_EQ(PenText(), std::to_string(rect.left) + "," + std::to_string(rect.top));
+        }
+    }
+}
+
+TEST(WideArcs, AsFarAsTheyReachArePainted)
+{
+    Canvas canvas(5, 3);
+    const Rectangle right = {-2000000000, -2000000000, 3,
+                             2000000001}; // its rightmost column is 2, for thousands of rows
+    FillOval(&right);
+    EXPECT_EQ(canvas.text(), "###..\n"
+                             "###..\n"
+                             "###..\n");
+    SetPenColor(7);
+    DrawOval(&right);
+    EXPECT_EQ(canvas.text(), "##2..\n"
+                             "##2..\n"
+                             "##2..\n");
+    SetPenColor(8);
+    FillArc(&right, 1, 30); // above the image
+    EXPECT_EQ(canvas.count(8), 0);
+    FillArc(&right, 0, 1); // from row 0, the middle, upwards
+    EXPECT_EQ(canvas.text(), "333..\n"
+                             "##2..\n"
+                             "##2..\n");
+}
+
 } // namespace

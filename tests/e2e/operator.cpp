@@ -148,7 +148,7 @@ TEST(GifDirectory, ThatIsMissingIsReported)
 TEST(GifFile, ThatCannotBeWrittenWholeDoesNotStay)
 {
     const OperatorPackage package;
-    for (const rlim_t limit : {1000, 2000, 3000})
+    for (const rlim_t limit : {1000U, 2000U, 3000U})
     {
         const ChildResult result =
             package.fork({"data", "bars"}, "",

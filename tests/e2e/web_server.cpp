@@ -291,7 +291,7 @@ static std::string lengthen(std::string path, size_t length)
 TEST(PathsThatAreTooLong, AreRefusedBeforeAnyFileIsTouched)
 {
     // The longest path may be that of a GIF: 202 + 5 for "gifs/" + 48 for the name.
-    for (const size_t length : {203, 240, 251, 300})
+    for (const size_t length : {203U, 240U, 251U, 300U})
     {
         PackageDir package;
         WriteFile(package.gifDir + "old.gif", "old");

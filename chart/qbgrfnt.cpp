@@ -18,7 +18,7 @@ uint16_t aScMap[kMaxGlyphSide + 1];
 
 // The glyph fetched last, as cut from the strike and scaled. Every glyph fetched with its bitmap overwrites them.
 static uint8_t aCharBits[kCharBytes];
-static uint8_t aScaledBits[kScaledBytes];
+static uint8_t aScaledBits[kScaledBytes + sizeof(uint64_t)]; // the last row may be written a word too far
 
 // The low i bits and the high i bits of a byte.
 static const uint8_t aLMask[9] = {0x00, 0x01, 0x03, 0x07, 0x0F, 0x1F, 0x3F, 0x7F, 0xFF};
@@ -177,71 +177,92 @@ static bool _FitsBuffers(const _CharSettings *settings, int32_t n)
            (_font.curScaling == kOneToOne || (n <= kMaxGlyphSide && _font.curH <= kMaxGlyphSide));
 }
 
-// Cuts a glyph out of the strike into aCharBits. A byte comes from the low s bits of one strike byte and the high bits
-// of the next:
+static uint32_t _Pair(uint32_t high, uint32_t low)
+{
+    return high << 8 | low;
+}
+
+// Cuts a glyph of n columns out of the strike into aCharBits. A byte comes from the low s bits of one strike byte and
+// the high bits of the next:
 //
 //     p[0] ....AAAA  p[1] BBBBBBBB  ->  AAAABBBB       s = 4
 //
 // On purpose the mask of the last byte is taken for locEnd modulo 8 even where that is 0: a glyph that begins and ends
-// on a byte boundary loses its last eight columns.
+// on a byte boundary (s = 8, and nothing comes from the next byte) loses its last eight columns.
 static void _CutGlyph(const _CharSettings *settings, int32_t n)
 {
     const int32_t s = 8 - settings->locStart % 8;
     const uint32_t lm = aLMask[s];
     const uint32_t rm = aRMask[settings->locEnd % 8];
+    const uint32_t mask = _Pair(lm, 0xFF ^ lm);
+    const uint32_t lastMask = s < 8 ? _Pair(lm, rm) : _Pair(rm, 0);
     const int64_t rowBytes = _font.curRowByte;
-    const uint8_t *pEnd = _font.pCurBuf + rowBytes * _font.curH;
+    int64_t at = settings->locStart / 8;
+    const uint8_t *pLast = _font.pCurBuf + rowBytes * _font.curH - 1;
     uint8_t *out = aCharBits;
-    for (int32_t row = 0; row < _font.curH; row++)
+    for (int32_t left = n > 0 ? _font.curH : 0; left > 0; left--, at += rowBytes)
     {
-        const uint8_t *p = _font.pCurBuf + row * rowBytes + settings->locStart / 8;
-        int32_t left = n;
-        for (; left >= 9; left -= 8, p++)
+        const uint8_t *p = _font.pCurBuf + at;
+        for (int32_t columns = n; columns >= 9; columns -= 8, p++)
         {
-            *out++ = static_cast<uint8_t>(s < 8 ? (p[0] & lm) << (8 - s) | (p[1] & ~lm) >> s : p[0]);
+            *out++ = static_cast<uint8_t>((_Pair(p[0], p[1]) & mask) >> s);
         }
-        if (left > 0)
-        {
-            const uint32_t next = p + 1 < pEnd ? p[1] : 0;
-            *out++ = static_cast<uint8_t>(s < 8 ? (p[0] & lm) << (8 - s) | (next & rm) >> s : p[0] & rm);
-        }
+        const uint8_t next = p < pLast ? p[1] : 0; // the strike may end with the glyph
+        *out++ = static_cast<uint8_t>((_Pair(p[0], next) & lastMask) >> s);
     }
 }
 
-// Sets the bits from one column up to another in a row of zeros.
-static void _SetBits(uint8_t *row, int32_t from, int32_t to)
+// A word's columns from one on, the first column being the high bit; before the word all, behind it none.
+static uint64_t _From(int32_t column)
 {
-    if (from == to)
-    {
-        return;
-    }
-    const int32_t first = from / 8;
-    const int32_t last = (to - 1) / 8;
-    const auto head = static_cast<uint8_t>(0xFF >> from % 8);
-    const uint8_t tail = aRMask[(to - 1) % 8 + 1];
-    if (first == last)
-    {
-        row[first] |= head & tail;
-        return;
-    }
-    row[first] |= head;
-    memset(row + first + 1, 0xFF, static_cast<size_t>(last - first - 1));
-    row[last] |= tail;
+    return column <= 0 ? ~uint64_t{0} : column < 64 ? ~uint64_t{0} >> column : 0;
 }
 
-// Scales one row of a glyph into a row of zeros, a run of ink at a time.
+// The part of scaled ink that falls into the 64 columns from base on, a run of ink at a time.
+//   map       where the columns of ink fall
+static uint64_t _ScaleInk(uint64_t ink, const uint16_t *map, int32_t base)
+{
+    uint64_t scaled = 0;
+    while (ink != 0)
+    {
+        const int32_t start = std::countl_zero(ink);
+        const int32_t end = start + std::countl_one(ink << start);
+        scaled |= _From(map[start] - base) & ~_From(map[end] - base);
+        ink &= _From(end);
+    }
+    return scaled;
+}
+
+// Scales one row of a glyph. Whole words are written: up to seven bytes behind the row, where the next one follows.
 static void _ScaleRow(const uint8_t *source, int32_t width, uint8_t *row)
 {
+    uint64_t ink[kMaxGlyphSide / 64] = {};
     for (int32_t column = 0; column < width; column += 8)
     {
-        uint8_t bits = *source++ & aRMask[std::min(width - column, 8)];
-        while (bits != 0)
+        const uint64_t byte = *source++ & aRMask[std::min(width - column, 8)];
+        ink[column / 64] |= byte << (56 - column % 64);
+    }
+    for (int32_t base = 0; base < aScMap[width]; base += 64)
+    {
+        uint64_t scaled = _ScaleInk(ink[0], aScMap, base);
+        if (width > 64)
         {
-            const int32_t start = std::countl_zero(bits);
-            const int32_t end = start + std::countl_one(static_cast<uint8_t>(bits << start));
-            _SetBits(row, aScMap[column + start], aScMap[column + end]);
-            bits &= static_cast<uint8_t>(0xFF >> end);
+            scaled |= _ScaleInk(ink[1], aScMap + 64, base);
         }
+        if constexpr (std::endian::native == std::endian::little)
+        {
+            scaled = __builtin_bswap64(scaled);
+        }
+        memcpy(row + base / 8, &scaled, sizeof scaled);
+    }
+}
+
+// Copies a row below itself until there are reps of it, twice as many with each step.
+static void _RepeatRow(uint8_t *row, size_t nBytes, size_t reps)
+{
+    for (size_t made = 1; made < reps; made *= 2)
+    {
+        memcpy(row + made * nBytes, row, std::min(made, reps - made) * nBytes);
     }
 }
 
@@ -259,12 +280,8 @@ int32_t _ScaleCharBits([[maybe_unused]] uint16_t scaling, int32_t width, int32_t
         {
             continue;
         }
-        memset(out, 0, nBytes);
         _ScaleRow(source, width, out);
-        for (int32_t i = 1; i < reps; i++)
-        {
-            memcpy(out + nBytes * static_cast<size_t>(i), out, nBytes);
-        }
+        _RepeatRow(out, nBytes, static_cast<size_t>(reps));
         out += nBytes * static_cast<size_t>(reps);
     }
     return rowBytes;

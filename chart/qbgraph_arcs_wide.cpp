@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 // A chain of stamps: one mirror image of the points steps of a region.
 struct _Ribbon
@@ -30,7 +31,8 @@ struct _Ribbon
     }
 };
 
-// The x offsets from the centre, in pixels, of the stamps that cover a row; empty for none.
+// The x offsets from the centre, in pixels, of the stamps that cover one of the ribbon's rows. There always are some,
+// because the stamps are neighbours.
 static _Steps _offsetsInRow(const _Ribbon &ribbon, int64_t row)
 {
     const _Ellipse &e = *ribbon.e;
@@ -42,20 +44,13 @@ static _Steps _offsetsInRow(const _Ribbon &ribbon, int64_t row)
     const int64_t half = ribbon.shift >> 1;
     const int64_t low = std::max<int64_t>(first * unit - half, 0);
     const int64_t high = (last + 1) * unit - half - 1;
-    if (high < 0)
-    {
-        return {0, -1};
-    }
     _Steps steps = {low, high};
     if (chain.region == 1)
     {
         steps = {chain.firstAtMost(high), chain.firstAtMost(low - 1) - 1};
     }
     steps = {std::max(steps.first, ribbon.steps.first), std::min(steps.last, ribbon.steps.last)};
-    if (steps.last < steps.first)
-    {
-        return {0, -1};
-    }
+    assert(steps.first <= steps.last);
     const int64_t x1 = chain.point(steps.first).x;
     const int64_t x2 = chain.point(steps.last).x;
     return {_ToPixels(std::min(x1, x2), ribbon.shift), _ToPixels(std::max(x1, x2), ribbon.shift)};
@@ -83,11 +78,8 @@ static void _paintRibbon(const _Ribbon &ribbon)
     for (int64_t row = rows.first; row <= rows.last; row++)
     {
         const _Steps x = _offsetsInRow(ribbon, row);
-        if (x.first <= x.last)
-        {
-            const int64_t left = ribbon.isRight() ? ribbon.e->cx + x.first + ribbon.e->exW : ribbon.e->cx - x.last;
-            _PaintBlock(left, row, left + (x.last - x.first) + curPenW, row + 1);
-        }
+        const int64_t left = ribbon.isRight() ? ribbon.e->cx + x.first + ribbon.e->exW : ribbon.e->cx - x.last;
+        _PaintBlock(left, row, left + (x.last - x.first) + curPenW, row + 1);
     }
 }
 
@@ -119,7 +111,7 @@ void _FillWideOval(const _Ellipse &e)
             {
                 const _Steps x = _offsetsInRow(ribbon, row);
                 const int64_t count = 2 * x.last + 1 + e.exW;
-                if (x.first <= x.last && count > 0)
+                if (count > 0)
                 {
                     _PaintBlock(e.cx - x.last, row, e.cx - x.last + count - 1 + curPenW, row + 1);
                 }

@@ -11,6 +11,7 @@
 #include "qbgraph_state.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 // A number in [low, high): the first for which a test, false up to somewhere and true from there on, is true.
@@ -49,7 +50,7 @@ int64_t _Chain::at(int64_t n) const
     {
         return tail[static_cast<size_t>(n - tailFirst)];
     }
-    // The root is right to one or two; the exact test settles it.
+    // v (v - 1) is below the root's square, so v is the root cut off or a little more; the exact test settles it.
     const long double below = std::sqrt(static_cast<long double>(_square(q) - _square(n)));
     const long double root = below * static_cast<long double>(p) / static_cast<long double>(q);
     auto v = std::max<int64_t>(static_cast<int64_t>(root), 1);
@@ -57,10 +58,7 @@ int64_t _Chain::at(int64_t n) const
     {
         v++;
     }
-    while (!_isBelow(v, n))
-    {
-        v--;
-    }
+    assert(_isBelow(v, n));
     return v;
 }
 
@@ -70,15 +68,12 @@ int64_t _Chain::firstAtMost(int64_t v) const
     {
         return 0;
     }
-    // Where the curve passes from v + 1 to v, to one or two steps; the walk's own points settle it.
+    // Where the curve passes from v + 1 to v, cut off; the walk's own points settle it.
     const _Int128 height = std::max<int64_t>(v, 0);
     const long double root = std::sqrt(static_cast<long double>(_square(p) - height * (height + 1)));
     const long double guess = root * static_cast<long double>(q) / static_cast<long double>(p);
     int64_t n = std::min(static_cast<int64_t>(guess), tailFirst);
-    while (n > 0 && at(n - 1) <= v)
-    {
-        n--;
-    }
+    assert(n == 0 || at(n - 1) > v);
     while (n < count && at(n) > v)
     {
         n++;

@@ -197,16 +197,19 @@ static void _FillOval(const _Ellipse &e)
 
 // ---- Arcs and slices
 
-// Finds the angle of one point after the other, looking from the last one on; it does not divide.
+// Finds the angle of one point of a walk after the other, looking from the last one on; it does not divide.
 class _Turning
 {
 public:
-    // The angles of the mirror images of a walk's point. The side of the ellipse is 0 from above and 360 from below.
-    std::array<int64_t, 4> anglesOf(int64_t x, int64_t y, int32_t region)
+    // The side of the ellipse is 0 from above and 360 from below.
+    int64_t angleOf(int64_t x, int64_t y, int32_t region)
     {
-        const int32_t angle = x > 0 && y > 0 ? 360 - _indexOf(x, y) : _CoTan(x, y);
-        const int64_t turn = region == 2 && angle == 0 ? 360 : angle;
-        return {turn, 360 - turn, turn - 180, 540 - turn};
+        if (x > 0 && y > 0)
+        {
+            return 360 - (region == 1 ? _fall(x, y) : _rise(x, y));
+        }
+        const int32_t angle = _CoTan(x, y);
+        return region == 2 && angle == 0 ? 360 : angle;
     }
 
 private:
@@ -216,22 +219,35 @@ private:
         return (aTanTbl[i] + 1) * x <= 128 * y;
     }
 
-    // The same as _tanIndex.
-    int32_t _indexOf(int64_t x, int64_t y)
+    // _tanIndex in the first region, from the top downwards.
+    int32_t _fall(int64_t x, int64_t y)
     {
-        while (_index > 0 && !_isBelow(_index - 1, x, y))
+        while (_falling > 0 && !_isBelow(_falling - 1, x, y))
         {
-            _index--;
+            _falling--;
         }
-        while (_index < 90 && _isBelow(_index, x, y))
-        {
-            _index++;
-        }
-        return _index;
+        return _falling;
     }
 
-    int32_t _index = 90; // degrees; a walk begins at the top
+    // _tanIndex in the second region, from the side upwards.
+    int32_t _rise(int64_t x, int64_t y)
+    {
+        while (_rising < 90 && _isBelow(_rising, x, y))
+        {
+            _rising++;
+        }
+        return _rising;
+    }
+
+    int32_t _falling = 90; // degrees
+    int32_t _rising = 0;   // degrees
 };
+
+// The angles of the mirror images of a point at an angle.
+static std::array<int64_t, 4> _imageAngles(int64_t angle)
+{
+    return {angle, 360 - angle, angle - 180, 540 - angle};
+}
 
 // Visits every mirror image inside the angles.
 template <typename Visit>
@@ -242,7 +258,7 @@ static void _walkArc(const _Ellipse &e, const _Angles &angles, Visit visit)
           [&](int64_t x, int64_t y, int32_t region)
           {
               const auto images = _Images(e, x, y);
-              const auto turns = turning.anglesOf(x, y, region);
+              const auto turns = _imageAngles(turning.angleOf(x, y, region));
               for (size_t i = 0; i < 4; i++)
               {
                   if (angles.holds(turns[i]))
@@ -335,8 +351,9 @@ static void _frameImage(_Frame *frame, size_t i, int64_t angle, const _Spot &ima
     _stampAt(image);
 }
 
-static void _frameImages(_Frame *frame, const std::array<int64_t, 4> &turns, const _Spot &spot, int32_t region)
+static void _frameImages(_Frame *frame, int64_t angle, const _Spot &spot, int32_t region)
 {
+    const auto turns = _imageAngles(angle);
     const auto images = _Images(frame->e, spot.x, spot.y);
     for (size_t i = 0; i < 4; i++)
     {
@@ -365,6 +382,20 @@ int32_t _FrameShift(const _Ellipse &e)
     return shift;
 }
 
+// Where a step of the enlarged walk is. The walk stays on a pixel and in a degree for some steps, of which only the
+// first can paint. When both radii have the same angle, though, the second one is drawn by the second step.
+struct _Step
+{
+    _Spot spot;
+    int64_t angle;
+    int32_t region;
+
+    bool isLike(const _Step &other) const
+    {
+        return angle == other.angle && spot.x == other.spot.x && spot.y == other.spot.y && region == other.region;
+    }
+};
+
 static void _FrameArc(const _Ellipse &e, const _Angles &angles)
 {
     if (e.a < 1 || e.b < 1)
@@ -379,20 +410,16 @@ static void _FrameArc(const _Ellipse &e, const _Angles &angles)
     }
     _Frame frame = {e, angles, {false, 360, {}}, {false, 360, {}}, {true, true, true, true}};
     _Turning turning;
-    std::array<int64_t, 4> last = {-1, -1, -1, -1};
+    _Step last = {{-1, -1}, -1, 0};
     _walk(e.a << shift, e.b << shift,
           [&](int64_t x, int64_t y, int32_t region)
           {
-              const _Spot spot = {_ToPixels(x, shift), _ToPixels(y, shift)};
-              const auto turns = turning.anglesOf(x, y, region);
-              // The enlarged walk stays on a pixel and in a degree for some steps, of which only the first can paint.
-              // When both radii have the same angle, though, the second one is drawn by the second step.
-              const std::array<int64_t, 4> now = {spot.x, spot.y, turns[0], region};
-              if (now != last || angles.start == angles.end)
+              const _Step now = {{_ToPixels(x, shift), _ToPixels(y, shift)}, turning.angleOf(x, y, region), region};
+              if (!now.isLike(last) || angles.start == angles.end)
               {
-                  _frameImages(&frame, turns, spot, region);
+                  _frameImages(&frame, now.angle, now.spot, region);
+                  last = now;
               }
-              last = now;
           });
     for (const _Radius &radius : {frame.start, frame.end})
     {

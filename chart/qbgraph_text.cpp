@@ -135,17 +135,17 @@ struct _Strip
     const uint8_t *bits; // the first row; not owned
     int32_t rowBytes;    // bytes from one row to the next
     int32_t rows;
-    uint8_t keep; // the bits that belong to the glyph
+    int32_t columns; // 1 .. 8
 
     uint8_t inkOf(int32_t row) const
     {
-        return bits[row * rowBytes] & keep;
+        return bits[row * rowBytes] & static_cast<uint8_t>(0xFF00 >> columns); // what follows is another glyph's
     }
 };
 
 static _Strip _stripOf(const uint8_t *bits, int32_t columns, int32_t rows, int32_t column)
 {
-    return {bits + column / 8, _rowBytes(columns), rows, static_cast<uint8_t>(0xFF00 >> std::min(columns - column, 8))};
+    return {bits + column / 8, _rowBytes(columns), rows, std::min(columns - column, 8)};
 }
 
 // Visits each set bit, counted from the high one.
@@ -198,6 +198,11 @@ static void _blendStrip(const _Strip &strip, int64_t at, int64_t rowStep)
     for (int32_t row = 0; row < strip.rows; row++, at += rowStep)
     {
         const uint32_t ink = strip.inkOf(row);
+        if (penH == 1 && rowStep < 0) // turned: no neighbour reads these eight
+        {
+            _blend8(pixels + at, ink, colours);
+            continue;
+        }
         const uint32_t nine = 2 * ink | (penH == 2 ? ink : 0);
         for (int64_t to = at, left = penH; left > 0; to += width, left--)
         {
@@ -263,22 +268,29 @@ void _DrawCharItalic(const uint8_t *bits, int32_t columns, int32_t rows, Path *p
     }
 }
 
+// The bits of eight rows of a strip, the first one in the high byte; 0 for rows beyond it.
+static uint64_t _blockOf(const _Strip &strip, int32_t firstRow)
+{
+    const int32_t n = std::min(strip.rows - firstRow, 8);
+    uint64_t block = 0;
+    for (int32_t row = firstRow; row < firstRow + n; row++)
+    {
+        block = block << 8 | strip.inkOf(row);
+    }
+    return block << (64 - 8 * n);
+}
+
 // Eight rows of a strip, whose columns become rows that run to the right and follow each other upwards.
 static void _stampTurned(const _Strip &strip, int32_t firstRow, int64_t x, int64_t y)
 {
-    uint64_t block = 0;
-    for (int32_t row = firstRow; row < firstRow + 8; row++)
-    {
-        block = block << 8 | (row < strip.rows ? strip.inkOf(row) : 0U);
-    }
-    block = _columnsOf(block);
+    uint64_t block = _columnsOf(_blockOf(strip, firstRow));
     uint8_t turned[8];
     for (uint8_t &ink : turned)
     {
         ink = static_cast<uint8_t>(block >> 56);
         block <<= 8;
     }
-    _stampStrip({turned, 1, std::popcount(strip.keep), 0xFF}, x + firstRow, y, -1);
+    _stampStrip({turned, 1, strip.columns, 8}, x + firstRow, y, -1);
 }
 
 void _DrawCharRotated90(const uint8_t *bits, int32_t columns, int32_t rows)
@@ -459,16 +471,28 @@ static void _stampItalic(_Run *run)
     }
 }
 
-// One character. The bitmap is asked for only where it can be seen: a long text leaves the image soon.
+// Asks for a character's glyph, and for its bitmap where it can be seen: a long text leaves the image soon. Gives 0
+// when the font has none, 1 for a glyph without its bitmap, 2 for one with it.
+static int32_t _getRunChar(const Point &at, int32_t code)
+{
+    const bool fOnImage = at.x >= 0 && at.x < curW && at.y >= 0 && at.y < curH;
+    if (_CanPaint() && fOnImage)
+    {
+        return 2 * GetFontChar(code, 1, &curFontChar);
+    }
+    const int32_t found = GetFontChar(code, 0, &curFontChar);
+    return found == 1 && _CanPaint() && _isNearImage(at) ? 2 * GetFontChar(code, 1, &curFontChar) : found;
+}
+
 static void _drawRunChar(_Run *run, int32_t code)
 {
-    if (GetFontChar(code, 0, &curFontChar) != 1)
+    const int32_t found = _getRunChar(run->at, code);
+    if (found == 0)
     {
         return;
     }
-    if (_CanPaint() && _isNearImage(run->at))
+    if (found == 2)
     {
-        GetFontChar(code, 1, &curFontChar);
         (curFontStyle & kItalic) != 0 ? _stampItalic(run) : _stampUpright(*run);
     }
     const int32_t advance = _advance();

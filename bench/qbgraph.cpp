@@ -332,6 +332,7 @@ void clearHexagon(int32_t radius)
 std::vector<gdPoint> gdPoints(const std::vector<Point> &points)
 {
     std::vector<gdPoint> out;
+    out.reserve(points.size());
     for (const Point &p : points)
     {
         out.push_back({p.x, p.y});
@@ -440,7 +441,7 @@ void resetAll()
 void run(benchmark::State &state, const Work &work)
 {
     resetAll();
-    for (auto _ : state)
+    while (state.KeepRunning())
     {
         work();
     }

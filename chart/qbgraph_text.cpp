@@ -124,7 +124,7 @@ static void _stampClipped(int64_t x, int64_t y)
 }
 
 // The bytes from one bitmap row to the next.
-static int32_t _rowBytes(int32_t columns)
+static int64_t _rowBytes(int32_t columns)
 {
     return (columns + 7) / 8;
 }
@@ -133,7 +133,7 @@ static int32_t _rowBytes(int32_t columns)
 struct _Strip
 {
     const uint8_t *bits; // the first row; not owned
-    int32_t rowBytes;    // bytes from one row to the next
+    int64_t rowBytes;    // bytes from one row to the next
     int32_t rows;
     int32_t columns; // 1 .. 8
 

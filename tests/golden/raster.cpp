@@ -304,7 +304,7 @@ TEST(RasterSheets, SmallOvals)
         sheet.labelRow(row, names[static_cast<size_t>(row)]);
         for (int32_t column = 0; column < 8; column++)
         {
-            const Size size = sizes[static_cast<size_t>(row % 2 * 8 + column)];
+            const Size size = sizes[static_cast<size_t>(row) % 2 * 8 + static_cast<size_t>(column)];
             const Rectangle rect = {0, 0, size.width, size.height};
             sheet.cell(column, row, text(size), {pen, pen}, {9, 9}, [&] { call(&rect); });
         }

@@ -46,7 +46,8 @@ static _Range _touching(int64_t start, int64_t sign, int64_t pen, int64_t size)
 // How far step i is along the minor axis.
 static int64_t _minorAt(const _Line &line, int64_t i)
 {
-    return static_cast<int64_t>((2 * static_cast<_Int128>(line.minor) * i + line.major) / (2 * line.major));
+    const _Int128 major = line.major;
+    return static_cast<int64_t>((2 * static_cast<_Int128>(line.minor) * i + major) / (2 * major));
 }
 
 // The first step that is k along the minor axis; k up to minor.
@@ -56,8 +57,8 @@ static int64_t _firstStepAt(const _Line &line, int64_t k)
     {
         return 0;
     }
-    return static_cast<int64_t>((static_cast<_Int128>(line.major) * (2 * k - 1) + 2 * line.minor - 1) /
-                                (2 * line.minor));
+    const _Int128 whole = 2 * static_cast<_Int128>(line.minor);
+    return static_cast<int64_t>((line.major * (2 * static_cast<_Int128>(k) - 1) + whole - 1) / whole);
 }
 
 // The steps at which the line is in a range along its minor axis.
@@ -127,11 +128,11 @@ static void _setStepper(_Stepper *stepper, const _Line &line, int64_t k)
     const auto rows = static_cast<_UInt128>(k);
     if (line.steep)
     {
-        stepper->set(2 * minor * rows + major, 2 * minor, 2 * major);
+        stepper->set(2 * rows * minor + major, 2 * minor, 2 * major);
     }
     else
     {
-        stepper->set(major * (2 * rows - 1) + 2 * minor - 1, 2 * major, 2 * minor);
+        stepper->set((2 * rows - 1) * major + (2 * minor - 1), 2 * major, 2 * minor);
     }
 }
 

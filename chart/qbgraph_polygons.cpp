@@ -65,7 +65,7 @@ static int64_t _countMinors(const Path &path, int64_t n)
     {
         return 0;
     }
-    const _Int128 den = 2 * static_cast<int64_t>(path.major);
+    const _Int128 den = 2 * static_cast<_Int128>(path.major);
     const _Int128 last = path.error + 2 * static_cast<_Int128>(path.minor) * (n - 1);
     const _Int128 minors = last < 0 ? 0 : last / den + 1;
     return static_cast<int64_t>(std::min<_Int128>(minors, n));
@@ -231,11 +231,11 @@ static void _enterEdge(_Edge *edge, int64_t row)
     const auto height = static_cast<uint64_t>(edge->bottom - edge->top);
     if (across >= height)
     {
-        edge->along.set(across * (2 * j - 1) + 2 * height - 1, 2 * across, 2 * height);
+        edge->along.set((2 * j - 1) * across + (2 * height - 1), 2 * across, 2 * height);
     }
     else
     {
-        edge->along.set(2 * across * j + height, 2 * across, 2 * height);
+        edge->along.set(2 * j * across + height, 2 * across, 2 * height);
     }
 }
 
@@ -400,11 +400,8 @@ static int64_t _fillBetween(_Scan *scan, int64_t row, int64_t end)
 // A pen higher than this fills as if it were this high: rows further above the image are not looked at.
 constexpr int64_t kMaxFillPen = 1 << 20;
 
-static void _fillRows(_Edge *edges, int32_t nEdges, int32_t *runBuffer, int64_t firstRow, int64_t endRow)
+static void _fillRows(_Scan scan, _RowRuns runs, _RowRuns before, int64_t firstRow, int64_t endRow)
 {
-    _Scan scan = {edges, nEdges, 0, 0};
-    _RowRuns runs = {runBuffer, 0};
-    _RowRuns before = {runBuffer + nEdges + 1, 0};
     const int64_t first = std::max(firstRow, 1 - std::min<int64_t>(curPenH, kMaxFillPen));
     const int64_t end = std::min<int64_t>(endRow, curH);
     for (int64_t row = first; row < end; row++)
@@ -513,7 +510,8 @@ void FillPolygon(const Polygon *polygon, int32_t dx, int32_t dy)
         {
             if (_CanPaint())
             {
-                _fillRows(memory.edges, nEdges, memory.lists + polygon->count + 1, first + dy, end + dy);
+                int32_t *runs = memory.lists + polygon->count + 1;
+                _fillRows({memory.edges, nEdges, 0, 0}, {runs, 0}, {runs + nEdges + 1, 0}, first + dy, end + dy);
             }
             DrawPolygon(polygon, dx, dy);
         }

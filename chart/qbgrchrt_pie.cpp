@@ -142,12 +142,6 @@ static bool _IsEnclosed(const _Trial *trial, const Rectangle *square, const _Sli
     return trial->image->pixels[0] != _kTrialFilled;
 }
 
-// The part of its series that a cell is.
-static double _FractionOf(const Series *series, const Cell *cell)
-{
-    return series->sum > 0 ? cell->value / series->sum : 0;
-}
-
 static bool _IsExploded(const ChartSet *set, const Series *series, double value)
 {
     return (set->pieExplode & kExplodeAll) != 0 || ((set->pieExplode & kExplodeMax) != 0 && value == series->max) ||
@@ -182,7 +176,8 @@ static void _DrawPercentage(const _Pie *pie, const _Slice *slice, double fractio
     DrawText(text);
 }
 
-// Draws all slices of a pie. The last one ends where the pie closes, whatever rounding left for it.
+// Draws all slices of a pie whose sum is above 0. The last one ends where the pie closes, whatever rounding left for
+// it.
 static void _DrawSlices(const _Pie *pie, const ChartSet *set)
 {
     _SelectDataFont(set);
@@ -193,7 +188,7 @@ static void _DrawSlices(const _Pie *pie, const ChartSet *set)
     slice.colour = _kFirstSliceColor;
     for (int32_t i = 0; i < set->nGraphedCells; i++)
     {
-        const double fraction = _FractionOf(pie->series, &cells[i]);
+        const double fraction = cells[i].value / pie->series->sum;
         const bool fLast = i == set->nGraphedCells - 1;
         slice.span =
             fLast ? _kLastAngle - slice.start : std::clamp(_WholePart(360.0 * fraction + 0.5), 0, _kFullCircle);

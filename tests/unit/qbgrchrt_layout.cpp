@@ -495,6 +495,14 @@ TEST(PlaceLegend, StandsBesideThePlotInCornersAndAboveOrBelowInTheCentre)
     }
 }
 
+TEST(PlaceBoxes, ASideWithoutLeftIsTheRightOne)
+{
+    ChartSet set = _Boxes(kPosSide | kPosCenter, kPosSide);
+    EXPECT_EQ(_Placed(set), "titleBox 70,35,100,45\nlabelBox 80,32,100,48\nplotBox 0,0,74,80\nchart 100,80\n");
+    set = _Boxes(kPosSide, kPosSide | kPosCenter);
+    EXPECT_EQ(_Placed(set), "titleBox 70,35,100,45\nlabelBox 80,32,100,48\nplotBox 0,0,74,80\nchart 100,80\n");
+}
+
 TEST(PlaceBoxes, BothAtTheTopCentreStandOneUnderTheOther)
 {
     // the legend 6 below the title (10 + 6), the plot 6 below the legend (32 + 6)

@@ -319,4 +319,13 @@ void GetCharDim(int32_t ch, Point *dim);
 
 // ---- GIF output: qbgraph_gif.cpp
 
+// Writes an image as a whole GIF file, with the colours that it uses and its transparent colour.
+//   image     made the current image; its origin is at 0 while it is written
+//   fInterlaced 1: rows in four passes, unless there are fewer than 5; 0: from top to bottom
+//   out       open for binary writing, not owned; flushed when all is written
+// The graphics error is 0 afterwards, or -3 when a byte could not be written or a pixel's colour is missing in the
+// colour table; the file then breaks off. Nothing, and no error, for a null image or stream, for a stream that is in
+// error already, and without memory for the coder's tables. After the latter, or when only the last byte could not be
+// written, the origin stays at 0, on purpose; else it is restored. An image that SetImage refuses (error -2) is not
+// written. Sides beyond 65535 pixels are more than the file can say.
 void ImgToGif(Image *image, int32_t fInterlaced, FILE *out);

@@ -11,7 +11,7 @@
 //
 // - Up to 5 bits a pixel, each code has a row of the codes that follow it, one for each pixel value, and the strings
 //   that differ only in how often they repeat their last pixel form a chain, in which a run of pixels is one step.
-// - Above that, a larger hash table with key and code in one word.
+// - Above that, a larger hash table, whose places hold lists of codes.
 //
 // Both are exact, and the old table was too, but for one thing. While it probed, key 0 (pixel 0 after code 0) counted
 // as free, and so could be overwritten. Not in its home, slot 0, because no probe that starts elsewhere comes there
@@ -37,7 +37,7 @@ static const int32_t _codeLimit = 4096; // codes of that width
 static const int32_t _hSize = 5003;     // slots; a prime, of which 4096 codes fill 82%
 static const int32_t _packetSize = 255; // the most that a packet's count byte can say
 static const int32_t _maxRowBits = 5;   // rows of codes up to here: 256 KB; a bit more would leave the cache
-static const int32_t _hashBits = 14;    // 64 KB, of which 4096 codes fill a quarter: few probes, still in the cache
+static const int32_t _hashBits = 15;    // 64 KB, of which 4096 codes fill an eighth: hardly a place is shared
 
 // What is being written and where the coder is. ImgToGif, _InitImageVars and _InitCoder set all of it for each image,
 // but for the bit accumulator, which _Compress leaves at 0.
@@ -60,24 +60,25 @@ uint32_t _curCode = 0;
 int32_t _curBits = 0;
 int32_t *_pHTab = nullptr;
 uint16_t *_pCodeTab = nullptr;
-static uint8_t _aLastPixel[_codeLimit]; // by code: the pixel that was added to _pCodeTab's prefix
+static int32_t _aKeys[_codeLimit]; // by code: pixel << 12 | prefix
 
-// The watch for strings that are lost. _StartTable sets all of it.
-static struct _WatchState
+// The watch for the string that can be lost. _StartTable sets all of it.
+static struct _ZeroKeyWatch
 {
     bool fSlot0Taken; // a key whose home is slot 0 has been learned
     bool fOn;         // key 0 lies where it can be overwritten: _pHTab holds all keys
+    int32_t zeroCode; // the code of key 0, while it has one
 } _watch;
 
 // A code as a string that ends in a run of one pixel value.
-struct _Node
+struct _CodeNode
 {
     uint16_t chain;  // the first code of its chain, whose run is 1 pixel long
     uint16_t length; // pixels of the run at the end
 };
 
 // The codes that differ in the length of that run, 1 to length.
-struct _Chain
+struct _CodeChain
 {
     uint16_t start; // in the pool, where the code for length 1 stands; of no meaning while length is 1
     uint16_t length;
@@ -89,14 +90,15 @@ static const int32_t _poolSize = 4 * _codeLimit;
 // The strings by rows and chains. _StartTable sets nodes and chains of the pixel values; rows are 0 from _nextEntry on,
 // and all rows between images.
 static uint16_t _aRows[_codeLimit << _maxRowBits]; // by code << _bits | pixel: the code of the two; 0: none
-static _Node _aNodes[_codeLimit];
-static _Chain _aChains[_codeLimit]; // by first code
+static _CodeNode _aNodes[_codeLimit];
+static _CodeChain _aChains[_codeLimit]; // by first code
 static uint16_t _aPool[_poolSize];
 static int32_t _poolCount;
 static int32_t _lastVal; // the pixel coded last
 
-// The strings by hash: key << 12 | code, 0: empty. All is 0 between images.
-static uint32_t _aHash[1 << _hashBits];
+// The strings by hash: the code learned last of those that share a place, 0: none; _pCodeTab leads to the one before.
+// All is 0 between images.
+static uint16_t _aFirst[1 << _hashBits];
 
 // Writing: each returns 1, or 0 with the error set.
 
@@ -200,10 +202,10 @@ static void _ClearHTab()
     memset(_pHTab, 0xFF, _hSize * sizeof *_pHTab);
 }
 
-// Enters the key of prefix + pixel; true: in the place of key 0.
-static bool _StoreKey(int32_t prefix, int32_t pixel)
+// Enters a key; true: in the place of key 0.
+static bool _StoreKey(int32_t key)
 {
-    int32_t slot = (pixel << 4) ^ prefix;
+    int32_t slot = (key >> _maxBits << 4) ^ (key & (_codeLimit - 1));
     const int32_t step = slot == 0 ? 1 : _hSize - slot;
     if (_pHTab[slot] >= 0) // key 0 is passed over in a string's home, though not later
     {
@@ -214,55 +216,39 @@ static bool _StoreKey(int32_t prefix, int32_t pixel)
         } while (_pHTab[slot] > 0);
     }
     const bool fLost = _pHTab[slot] == 0;
-    _pHTab[slot] = (pixel << _maxBits) + prefix;
+    _pHTab[slot] = key;
     return fLost;
 }
 
-static uint32_t _HashSlot(uint32_t key)
+// Makes pixel 0 after code 0 an unknown string.
+static void _ForgetZeroKey()
 {
-    return (key * 2654435769u) >> (32 - _hashBits); // the golden ratio spreads neighbours
+    _aKeys[_watch.zeroCode] = -1;
+    _aRows[0] = 0;
+    _aChains[0].length = 1;
 }
 
-// Makes pixel 0 after code 0 an unknown string. In the hash table its word becomes that of a string that there cannot
-// be, because words behind it are found by passing over it.
-static void _ForgetZeroPair()
+// Keeps the watch when a key has got its code: at every key once the watch is on, before at those of slot 0.
+static void _WatchZeroKey(int32_t key, int32_t code)
 {
-    if (_bits <= _maxRowBits)
+    if (_watch.fOn && _StoreKey(key))
     {
-        _aRows[0] = 0;
-        _aChains[0].length = 1;
-        return;
+        _ForgetZeroKey();
     }
-    uint32_t slot = _HashSlot(0);
-    while (_aHash[slot] >> _maxBits != 0)
+    if (key == 0)
     {
-        slot = (slot + 1) % (1u << _hashBits);
+        _watch.zeroCode = code;
     }
-    _aHash[slot] = static_cast<uint32_t>(_CLEARCode) << _maxBits | 1;
-}
-
-// Keeps the watch when prefix + pixel has become code: at every string once the watch is on, before at those of slot 0.
-static void _WatchZeroKey(int32_t prefix, int32_t pixel, int32_t code)
-{
-    if (_watch.fOn)
-    {
-        if (_StoreKey(prefix, pixel))
-        {
-            _ForgetZeroPair();
-        }
-        return;
-    }
-    const bool fDisplaced = _watch.fSlot0Taken && pixel == 0;
-    _watch.fSlot0Taken = true;
-    if (fDisplaced)
+    if (!_watch.fOn && _watch.fSlot0Taken && key == 0)
     {
         _watch.fOn = true;
         _ClearHTab();
         for (int32_t known = _CLEARCode + 2; known <= code; ++known)
         {
-            _StoreKey(_pCodeTab[known], _aLastPixel[known]);
+            _StoreKey(_aKeys[known]);
         }
     }
+    _watch.fSlot0Taken = true;
 }
 
 static void _ForgetStrings()
@@ -272,13 +258,13 @@ static void _ForgetStrings()
         memset(_aRows, 0, (static_cast<size_t>(_nextEntry) << _bits) * sizeof *_aRows);
         return;
     }
-    memset(_aHash, 0, sizeof _aHash);
+    memset(_aFirst, 0, sizeof _aFirst);
 }
 
 static void _StartTable()
 {
     _nextEntry = _CLEARCode + 2;
-    _watch = {false, false};
+    _watch = {false, false, 0};
     _poolCount = 0;
     for (int32_t value = 0; _bits <= _maxRowBits && value < _CLEARCode; ++value)
     {
@@ -306,8 +292,7 @@ static inline int32_t _OutputAndLearn(int32_t prefix, int32_t pixel)
         return 0;
     }
     const int32_t code = _nextEntry++;
-    _pCodeTab[code] = static_cast<uint16_t>(prefix);
-    _aLastPixel[code] = static_cast<uint8_t>(pixel);
+    _aKeys[code] = pixel << _maxBits | prefix;
     return code;
 }
 
@@ -315,7 +300,7 @@ static inline void _Learned(int32_t prefix, int32_t pixel, int32_t code)
 {
     if (_watch.fOn || prefix == pixel << 4)
     {
-        _WatchZeroKey(prefix, pixel, code);
+        _WatchZeroKey(pixel << _maxBits | prefix, code);
     }
 }
 
@@ -347,7 +332,7 @@ static void _LearnChain(int32_t prefix, int32_t pixel)
 }
 
 // Makes room for one more code in a chain.
-static void _GrowChain(_Chain *chain, uint16_t firstCode)
+static void _GrowChain(_CodeChain *chain, uint16_t firstCode)
 {
     if (chain->length == 1)
     {
@@ -355,7 +340,7 @@ static void _GrowChain(_Chain *chain, uint16_t firstCode)
         chain->start = static_cast<uint16_t>(_poolCount);
         _poolCount += 4;
     }
-    else if (chain->length >= 4 && std::has_single_bit(chain->length))
+    else if (chain->length >= 4 && (chain->length & (chain->length - 1)) == 0)
     {
         memcpy(_aPool + _poolCount, _aPool + chain->start, chain->length * sizeof *_aPool);
         chain->start = static_cast<uint16_t>(_poolCount);
@@ -372,7 +357,7 @@ static void _LengthenChain(uint16_t firstCode, int32_t prefix, int32_t pixel)
         return;
     }
     _aRows[prefix << _bits | pixel] = static_cast<uint16_t>(code);
-    _Chain *chain = &_aChains[firstCode];
+    _CodeChain *chain = &_aChains[firstCode];
     _GrowChain(chain, firstCode);
     _aPool[chain->start + chain->length] = static_cast<uint16_t>(code);
     _aNodes[code] = {firstCode, ++chain->length};
@@ -382,10 +367,10 @@ static void _LengthenChain(uint16_t firstCode, int32_t prefix, int32_t pixel)
 // Codes count more of the pixels that prefix ends in; returns the new prefix.
 static int32_t _CodeRun(int32_t prefix, int32_t pixel, int64_t count)
 {
-    while (count > 0)
+    while (count > 0 && _graphErr == 0)
     {
-        const _Node node = _aNodes[prefix];
-        const _Chain chain = _aChains[node.chain];
+        const _CodeNode node = _aNodes[prefix];
+        const _CodeChain chain = _aChains[node.chain];
         const int32_t known = chain.length - node.length;
         if (count <= known)
         {
@@ -468,6 +453,12 @@ static int32_t _CodeRuns(const uint8_t *from, const uint8_t *end, int32_t prefix
 
 // Strings by hash
 
+// The place of a key: the golden ratio spreads neighbours.
+static uint32_t _HashPlace(int32_t key)
+{
+    return (static_cast<uint32_t>(key) * 2654435769u) >> (32 - _hashBits);
+}
+
 static int32_t _CodePixels(const uint8_t *from, const uint8_t *end, int32_t prefix)
 {
     for (; from < end && _graphErr == 0; ++from)
@@ -478,22 +469,23 @@ static int32_t _CodePixels(const uint8_t *from, const uint8_t *end, int32_t pref
             _StopAtBadPixel(prefix);
             break;
         }
-        const uint32_t key = static_cast<uint32_t>(pixel << _maxBits | prefix) << _maxBits;
-        uint32_t slot = _HashSlot(key);
-        // Below 4095: the word is key and a code of 1 to 4095. An empty word is none, not even for key 0.
-        while (_aHash[slot] - key - 1 >= 4095 && _aHash[slot] != 0)
+        const int32_t key = pixel << _maxBits | prefix;
+        uint16_t *pFirst = &_aFirst[_HashPlace(key)];
+        int32_t code = *pFirst;
+        while (code != 0 && _aKeys[code] != key)
         {
-            slot = (slot + 1) % (1u << _hashBits);
+            code = _pCodeTab[code];
         }
-        if (_aHash[slot] != 0)
-        {
-            prefix = static_cast<int32_t>(_aHash[slot] & 4095);
-            continue;
-        }
-        const int32_t code = _OutputAndLearn(prefix, pixel);
         if (code != 0)
         {
-            _aHash[slot] = key | static_cast<uint32_t>(code);
+            prefix = code;
+            continue;
+        }
+        code = _OutputAndLearn(prefix, pixel);
+        if (code != 0)
+        {
+            _pCodeTab[code] = *pFirst;
+            *pFirst = static_cast<uint16_t>(code);
             _Learned(prefix, pixel, code);
         }
         prefix = pixel;

@@ -9,8 +9,8 @@ extern int32_t _curBits; // valid bits, 0 to 7 between codes
 
 // Tables of the coder, from _InitCompress to _ExitCompress. An image whose trailer could not be written leaves them
 // behind for the next _InitCompress to free.
-extern int32_t *_pHTab;     // keys, -1: empty slot
-extern uint16_t *_pCodeTab; // the codes of the keys
+extern int32_t *_pHTab;     // 5003 slots: the keys while one of them may be lost, -1: empty
+extern uint16_t *_pCodeTab; // by code: the one learned before it in the same place of the coder's hash table, or 0
 
 // The bits a pixel that nColors colours take, 1 to 8.
 int32_t _GetBPP(uint32_t nColors);

@@ -30,7 +30,7 @@ static Bytes _Pixels(const uint8_t *data, size_t size, bool fRuns, uint32_t nCol
         size_t count = 1;
         if (fRuns && i + 1 < size)
         {
-            count = size_t{data[i]} * data[i] / 16 + 1; // up to 4065 pixels
+            count = std::min(size_t{data[i]} * data[i] / 16 + 1, 100000 - std::min<size_t>(pixels.size(), 100000));
             ++i;
         }
         pixels.insert(pixels.end(), count, static_cast<uint8_t>(data[i] % nColors));

@@ -518,6 +518,7 @@ class FailingStream
 {
 public:
     Bytes taken;
+    int32_t nRefused = 0; // writes of which nothing was taken
 
     FailingStream(size_t limit, int mode) : _limit(limit)
     {
@@ -544,6 +545,7 @@ private:
         FailingStream *self = static_cast<FailingStream *>(cookie);
         const size_t count = std::min(size, self->_limit - self->taken.size());
         self->taken.insert(self->taken.end(), data, data + count);
+        self->nRefused += count == 0;
         return static_cast<ssize_t>(count); // 0: failed
     }
 
@@ -575,6 +577,15 @@ TEST_F(Gif, AFailureAtAnyByteStopsTheFileAndNothingElse)
         EXPECT_EQ(GetGraphError(), 0);
         EXPECT_EQ(enough.taken, whole);
     }
+}
+
+TEST_F(Gif, AFailureInsideALongRunEndsItThere)
+{
+    GifImage gif(2000, 1000, 2, Bytes(2000000)); // some 2000 codes, 10 packets
+    FailingStream failing(13 + 6 + 11, _IONBF);  // all before the first packet
+    ImgToGif(gif.image(), 0, failing.stream());
+    EXPECT_EQ(GetGraphError(), -3);
+    EXPECT_EQ(failing.nRefused, 1);
 }
 
 TEST_F(Gif, OnlyAFailedTrailerKeepsTheOriginAt0AndTheTables)

@@ -89,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                                      {"endCell", (data[0] & 4) != 0 ? std::to_string(data[3]) : "off"},
                                      {"colorSeries1", std::to_string(data[3])}});
     _InitChart();
-    chartData.refSeries = static_cast<int8_t>(data[1]);
+    chartData.refSeries = data[1] - 1; // -1 too
     chartSet.chartFlags = (data[0] & 8) != 0 ? kChartScaleMult : kChartLinearScale;
     RunTrapped(
         [&]

@@ -31,7 +31,7 @@ static std::string readReport(const std::string &toc, const std::string &data, c
 {
     FILE *dataFile = openText(data);
     FILE *tocFile = openText(toc);
-    const std::string text = _ReadReport(dataFile, tocFile, name);
+    std::string text = _ReadReport(dataFile, tocFile, name);
     fclose(dataFile);
     fclose(tocFile);
     _KillChartData(&chartData);
@@ -89,6 +89,7 @@ static std::string reportError(const std::string &text, int32_t refSeries = 0)
 static Texts cellTexts(const Series &series)
 {
     Texts texts;
+    texts.reserve(static_cast<size_t>(chartData.nCells));
     for (int32_t i = 0; i < chartData.nCells; i++)
     {
         texts.emplace_back(series.cells[i].text);
@@ -99,6 +100,7 @@ static Texts cellTexts(const Series &series)
 static std::vector<double> cellValues(const Series &series)
 {
     std::vector<double> values;
+    values.reserve(static_cast<size_t>(chartData.nCells));
     for (int32_t i = 0; i < chartData.nCells; i++)
     {
         values.push_back(series.cells[i].value);

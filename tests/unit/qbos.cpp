@@ -233,7 +233,7 @@ TEST(CorrectPath, ChangesNothingHere)
 // A mailer that keeps its arguments and its input in two files.
 static std::string makeMailer(const TempDir &dir)
 {
-    const std::string path = dir.path() + "mailer";
+    std::string path = dir.path() + "mailer";
     WriteFile(path, "#!/bin/sh\necho \"$@\" >" + dir.path() + "args\ncat >" + dir.path() + "mail\n");
     chmod(path.c_str(), 0755);
     return path;

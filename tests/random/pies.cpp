@@ -72,7 +72,7 @@ static std::vector<Sector> _Sectors(const RandomPie &pie, double *radius)
     {
         const double value = pie.values[i];
         const bool fLast = i + 1 == pie.values.size();
-        const int32_t span = fLast ? 359 - start : static_cast<int32_t>(360 * (value / sum) + 0.5);
+        const int32_t span = fLast ? 359 - start : static_cast<int32_t>(std::floor(360 * (value / sum) + 0.5));
         const bool fExploded = (pie.explode & kExplodeAll) != 0 || ((pie.explode & kExplodeMax) != 0 && value == max) ||
                                ((pie.explode & kExplodeMin) != 0 && value == min);
         const int32_t middle = start + span / 2;
@@ -153,6 +153,18 @@ static Verdict _Judge(const TestChart &chart, const RandomPie &pie)
 
 constexpr int32_t kRim = 2; // pixels around a slice's square in a mask
 
+static size_t _Index(int32_t x, int32_t y, int32_t side)
+{
+    return static_cast<size_t>(y) * static_cast<size_t>(side) + static_cast<size_t>(x);
+}
+
+// The pixels of a chart that is a square.
+static std::vector<uint8_t> _Pixels(const TestChart &chart, int32_t side)
+{
+    const uint8_t *pixels = chart.set.image->pixels;
+    return {pixels, pixels + _Index(0, side, side)};
+}
+
 // Which pixels of a slice's square and the rim around it the slice's frame, alone on an image, keeps from the corner.
 static std::vector<uint8_t> _Inside(const Sector &sector)
 {
@@ -162,8 +174,7 @@ static std::vector<uint8_t> _Inside(const Sector &sector)
     const Rectangle square = {kRim, kRim, side - kRim, side - kRim};
     SetPenColor(kColorAreaOutline);
     FrameArc(&square, sector.start, sector.span);
-    const uint8_t *pixels = chart.set.image->pixels;
-    std::vector<uint8_t> inside(pixels, pixels + side * side);
+    std::vector<uint8_t> inside = _Pixels(chart, side);
     for (uint8_t &pixel : inside)
     {
         pixel = pixel == kColorAreaOutline ? 0 : 1;
@@ -173,7 +184,7 @@ static std::vector<uint8_t> _Inside(const Sector &sector)
     {
         const Point at = toVisit.back();
         toVisit.pop_back();
-        const size_t index = static_cast<size_t>(at.y * side + at.x);
+        const size_t index = _Index(at.x, at.y, side);
         if (at.x >= 0 && at.y >= 0 && at.x < side && at.y < side && inside[index] != 0)
         {
             inside[index] = 0; // hangs together with the corner
@@ -189,13 +200,13 @@ static void _TakeOff(const Sector &sector, int32_t side, std::vector<uint8_t> *p
 {
     const std::vector<uint8_t> inside = _Inside(sector);
     const int32_t maskSide = sector.square.right - sector.square.left + 2 * kRim;
-    const size_t seed = static_cast<size_t>(sector.seedY * side + sector.seedX);
+    const size_t seed = _Index(sector.seedX, sector.seedY, side);
     const bool fFilled = (*taken)[seed] == 0 && (*picture)[seed] == sector.colour;
     for (int32_t i = 0; i < maskSide * maskSide; i++)
     {
         const int32_t x = sector.square.left - kRim + i % maskSide;
         const int32_t y = sector.square.top - kRim + i / maskSide;
-        const size_t index = static_cast<size_t>(y * side + x);
+        const size_t index = _Index(x, y, side);
         if (inside[static_cast<size_t>(i)] != 0 && (*taken)[index] == 0)
         {
             (*picture)[index] = (*picture)[index] == sector.colour ? 0 : (*picture)[index];
@@ -209,8 +220,7 @@ static int32_t _CountWrong(const TestChart &chart, const RandomPie &pie)
 {
     double radius = 0;
     const int32_t side = pie.side + 2 * kMargin;
-    const uint8_t *pixels = chart.set.image->pixels;
-    std::vector<uint8_t> picture(pixels, pixels + side * side);
+    std::vector<uint8_t> picture = _Pixels(chart, side);
     std::vector<uint8_t> taken(picture.size(), 0);
     for (const Sector &sector : _Sectors(pie, &radius))
     {

@@ -52,6 +52,12 @@ static std::string _Symbol(int32_t kind)
                       });
 }
 
+// A row of a marker's picture.
+static std::string _Row(const std::string &picture, size_t row)
+{
+    return picture.substr(12 * row, 11);
+}
+
 TEST(Symbol, HangingTriangle)
 {
     // (5,7), (8,13), (2,13)
@@ -65,15 +71,15 @@ TEST(Symbol, HangingTriangle)
                                          SetPenColor(kColorFrame);
                                          DrawPolygon(&triangle, 0, 0);
                                      }));
-    EXPECT_EQ(_Symbol(1).substr(7 * 12, 12), ".....#.....\n");
+    EXPECT_EQ(_Row(_Symbol(1), 7), ".....#.....");
 }
 
 TEST(Symbol, StandingTriangleForAllOtherKinds)
 {
     const std::string picture = _Symbol(0);
-    EXPECT_EQ(picture.substr(0, 12), "...........\n");
-    EXPECT_EQ(picture.substr(7 * 12, 12), ".....#.....\n");
-    EXPECT_NE(picture.substr(12, 12).find('#'), std::string::npos);
+    EXPECT_EQ(_Row(picture, 0), "...........");
+    EXPECT_EQ(_Row(picture, 7), ".....#.....");
+    EXPECT_NE(_Row(picture, 1).find('#'), std::string::npos);
     EXPECT_NE(picture.find('A'), std::string::npos);
     for (const int32_t kind : {7, -1, 5, INT32_MAX, INT32_MIN})
     {

@@ -17,7 +17,7 @@ constexpr int32_t _kLastAngle = 359;
 constexpr int32_t _kFullCircle = 360;
 
 // What the spare image's pixels stand for.
-constexpr int32_t _kTrialFree = 0;
+constexpr int32_t _kTrialFree = 0; // as new images come
 constexpr int32_t _kTrialFilled = 1;
 constexpr int32_t _kTrialFrame = 2;
 
@@ -124,22 +124,45 @@ static _Trial _OpenTrial(const _Pie *pie)
     return trial;
 }
 
-// Whether the fill of a slice stays in its frame.
-//   square   of the slice, exploded or not
-static bool _IsEnclosed(const _Trial *trial, const Rectangle *square, const _Slice *slice, Point seed)
+// The part of the spare image that holds a slice's frame with free pixels all around. Arcs and radii are off by up to a
+// degree and a pixel, and so are sine and cosine by their 128ths.
+static Rectangle _GetTrialArea(const _Trial *trial, const _Pie *pie, const _Slice *slice)
 {
-    const Point at = {seed.x - trial->left, seed.y - trial->top};
+    constexpr int32_t kSpareDegrees = 3;
+    const int32_t spare = 4 + pie->diameter / 64;
+    const Point center = {pie->center.x + slice->offset.x - trial->left, pie->center.y + slice->offset.y - trial->top};
+    Rectangle area = {center.x, center.y, center.x, center.y};
+    for (int32_t i = -kSpareDegrees; i <= slice->span + kSpareDegrees; i++)
+    {
+        const Point at = _OnCircle(slice->start + i, pie->diameter / 2);
+        area = {std::min(area.left, center.x + at.x), std::min(area.top, center.y + at.y),
+                std::max(area.right, center.x + at.x), std::max(area.bottom, center.y + at.y)};
+    }
+    return {std::max(area.left - spare, 0), std::max(area.top - spare, 0),
+            std::min(area.right + spare, trial->image->width), std::min(area.bottom + spare, trial->image->height)};
+}
+
+// Whether the fill of a slice stays in its frame. The slice is tried in its own part of the spare image, closed by a
+// rectangle, because a pie may have hundreds of slices and be very large; the part is left as free as it was. A fill
+// that leaves the frame reaches every corner of the rectangle.
+//   square   of the slice, exploded or not
+static bool _IsEnclosed(const _Trial *trial, const _Pie *pie, const Rectangle *square, const _Slice *slice, Point seed)
+{
+    const Rectangle area = _GetTrialArea(trial, pie, slice);
     Rectangle local = *square;
     MoveRectangleRel(&local, -trial->left, -trial->top);
     SetImage(trial->image);
-    SetPenColor(_kTrialFree);
-    FillImage();
     SetPenColor(_kTrialFrame);
     FrameArc(&local, slice->start, slice->span);
+    DrawRectangle(&area);
     SetPenColor(_kTrialFilled);
-    Fill(at.x, at.y, _kTrialFrame);
+    Fill(seed.x - trial->left, seed.y - trial->top, _kTrialFrame);
+    const int64_t corner = (area.top + 1LL) * trial->image->width + area.left + 1;
+    const bool fEnclosed = trial->image->pixels[corner] != _kTrialFilled;
+    SetPenColor(_kTrialFree);
+    FillRectangle(&area);
     SetImage(trial->chart);
-    return trial->image->pixels[0] != _kTrialFilled;
+    return fEnclosed;
 }
 
 static bool _IsExploded(const ChartSet *set, const Series *series, double value)
@@ -157,7 +180,7 @@ static void _DrawSlice(const _Pie *pie, const _Slice *slice, const _Trial *trial
     SetPenColor(kColorAreaOutline);
     FrameArc(&square, slice->start, slice->span);
     SetPenColor(slice->colour);
-    if (slice->middle <= _kFullCircle && _IsEnclosed(trial, &square, slice, seed))
+    if (slice->middle <= _kFullCircle && _IsEnclosed(trial, pie, &square, slice, seed))
     {
         Fill(seed.x, seed.y, kColorAreaOutline);
     }

@@ -14,6 +14,10 @@
 // the middle of parsing; the next FormToHTab takes it back then.
 static char *_pText = nullptr;
 
+// The most settings that a form may have, two for each of five thousand series. Names can be chosen so that all of them
+// share a chain of the table, where each new one is compared with all before it.
+static constexpr uint32_t kMaxSettings = 10000;
+
 // Input
 
 int32_t GetFormInput(HTab *table)
@@ -83,6 +87,10 @@ static void _readText(FILE *stream, int64_t length)
 static void _setValue(HTab *table, const char *name, char *value)
 {
     HItem *item = HInstall(name, table);
+    if (table->count > kMaxSettings)
+    {
+        ExitWithError("Form Error: more than %u settings\n", kMaxSettings);
+    }
     if (table->releaseValue != nullptr && item->value != nullptr)
     {
         table->releaseValue(item->value);

@@ -1,7 +1,7 @@
 // qbgrform.h - settings input: a posted form or a settings file, into the settings table.
 //
 // Settings are name=value pairs joined by "&", in one line; "+" in a value is a space, "%" and two hexadecimal digits
-// are a byte. What cannot be read ends the run through the error page.
+// are a byte. What cannot be read, and more than 10000 names, ends the run through the error page.
 #pragma once
 
 #include "qbgrhash.h"

@@ -193,6 +193,25 @@ TEST(Pairs, WithoutAValueEndTheRunElsewhere)
     EXPECT_EQ(result.out, PlainErrorText("Form Error: name without value 'x%3D1'\n"));
 }
 
+// So many settings with different names, and each twice.
+static std::string manySettings(int32_t n)
+{
+    std::string text;
+    for (int32_t i = 0; i < 2 * n; i++)
+    {
+        text += "n" + std::to_string(i % n) + "=1&";
+    }
+    return text;
+}
+
+TEST(Pairs, OfMoreThanTenThousandNamesEndTheRun)
+{
+    EXPECT_EQ(Settings(manySettings(10000)).count(), 10000U);
+    const ChildResult result = RunStandAlone([] { const Settings settings(manySettings(10001)); });
+    EXPECT_EQ(result.status, 255);
+    EXPECT_EQ(result.out, PlainErrorText("Form Error: more than 10000 settings\n"));
+}
+
 TEST(Pairs, KeepTheLastValueOfAName)
 {
     const Settings settings("a=1&a=2&a=3");

@@ -34,13 +34,14 @@ static constexpr double kNoMinValue = 99999999.9;
 // A second pie this many times as large as the first makes an image that no GIF holds, so larger ones count as this.
 static constexpr double kMaxPieScale = 1.0e9;
 
-// The largest single request for memory; messages give sizes in 32 bits.
-static constexpr int64_t kMaxRequest = INT32_MAX;
+// The most memory for settings and report together; messages give sizes in 32 bits. The length of the text is no limit:
+// a first line of many fields makes every further one as wide.
+static constexpr int64_t kMaxMemory = INT32_MAX;
 
 // Asks for memory, filled with zeros, and counts it. Returns null without.
 static void *_takeMemory(int64_t bytes)
 {
-    void *memory = bytes <= kMaxRequest ? calloc(1, static_cast<size_t>(bytes)) : nullptr;
+    void *memory = bytes <= kMaxMemory - memUsed ? calloc(1, static_cast<size_t>(bytes)) : nullptr;
     if (memory != nullptr)
     {
         memUsed += static_cast<uint32_t>(bytes);
@@ -138,7 +139,7 @@ static char *_readBytes(FILE *data, int64_t start, int64_t end, const char *repo
     const int64_t size = ftello(data);
     end = end < size ? end : size;
     int64_t length = start < end ? end - start : 0;
-    char *buffer = length < kMaxRequest ? static_cast<char *>(_takeMemory(length + 2)) : nullptr;
+    char *buffer = length < kMaxMemory ? static_cast<char *>(_takeMemory(length + 2)) : nullptr;
     if (buffer == nullptr)
     {
         ExitWithError("\nOut of memory trying to allocate\n%d bytes for the chart's data buffer", ClampToInt32(length));

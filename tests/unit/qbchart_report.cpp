@@ -477,6 +477,28 @@ TEST(Series, EndTheRunWithoutMemory)
     }
 }
 
+// Two lines of three fields, when all but this many bytes of the run's 2^31 - 1 are taken.
+static ChildResult makeSeriesWith(size_t bytes)
+{
+    return RunStandAlone(
+        [bytes]
+        {
+            setText("T\nYear\tA\tB\n\n1\t2\t3\n4\t5\t6\n\n");
+            memUsed = INT32_MAX - static_cast<uint32_t>(bytes);
+            _GetChartSeries(&chartData, _GetChartTitle(&chartData));
+        });
+}
+
+TEST(Series, ThatTakeMoreMemoryThanARunMayHaveEndTheRun)
+{
+    const size_t needed = 3 * sizeof(Series) + 3 * sizeof(Series *) + 6 * sizeof(Cell);
+    EXPECT_EQ(makeSeriesWith(needed).status, 0);
+    const ChildResult result = makeSeriesWith(needed - 1);
+    EXPECT_EQ(result.status, 255);
+    EXPECT_EQ(result.out, PlainErrorText("\nOut of memory trying to allocate\n" + std::to_string(2 * sizeof(Cell)) +
+                                         " bytes for 2 cells\n"));
+}
+
 // Cells
 
 TEST(Cells, HaveTextsAndValues)

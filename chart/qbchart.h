@@ -170,7 +170,7 @@ struct ChartSet
     const char *yAxisLabel;
     int32_t dataSymbol;      // marker kind
     int32_t labelLineH;      // height of a legend line and side of its colour swatch, pixels
-    int32_t lineSize;        // pen size of line charts, pixels
+    int32_t lineSize;        // pen size of line charts, pixels; what is more than 4096 is drawn as 4096
     double pieScaleSum;      // total of the pies' relative sizes
     double pieScaleMax;      // largest of them
     uint32_t pieExplode;     // kExplode...

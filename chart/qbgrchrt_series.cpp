@@ -8,6 +8,10 @@
 
 constexpr int32_t _kSymbolCross = 4;
 
+// The widest line, pixels. It covers all of a chart of up to 2048 by 2048 pixels wherever its point is. Still wider
+// ones would only take time: minutes in a large chart of thousands of points.
+constexpr int32_t _kMaxLineSize = 4096;
+
 // Half the size of a marker, pixels.
 constexpr int32_t _kSymbolHalf = 3;
 
@@ -154,6 +158,7 @@ void ChartLine(ChartData *data, ChartSet *set)
     {
         return;
     }
+    const int32_t lineSize = std::min(set->lineSize, _kMaxLineSize);
     for (int32_t i = 0; i < data->nSeries; i++)
     {
         const Point *points = set->pointsPerSeries[i];
@@ -163,7 +168,7 @@ void ChartLine(ChartData *data, ChartSet *set)
             // Each marker lies over the line that leaves it and under the next one.
             if (k < set->nGraphedCells)
             {
-                _DrawSegment(&points[k], set->lineSize, colour);
+                _DrawSegment(&points[k], lineSize, colour);
             }
             SetPenSize(1, 1);
             ChartDrawSymbol(&points[k], set->dataSymbol, colour);

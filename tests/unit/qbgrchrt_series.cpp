@@ -246,6 +246,18 @@ TEST(Line, OfNoPixelsDrawsMarkersOnly)
     EXPECT_NE(chart.Picture().find('#'), std::string::npos);
 }
 
+TEST(Line, OfAnEndlessWidthIsCut)
+{
+    // 2048 either side of points at 3000 and 3001; the second stamp is not painted
+    PointChart chart(kTypeLine, 6000, 10, {{{3000, 5}, {3000, 5}, {3001, 6}, {3001, 5}}});
+    chart.set.dataSymbol = 4;
+    chart.set.lineSize = 2000000000;
+    ChartLine(&chart.data, &chart.set);
+    EXPECT_EQ(chart.Picture(949, 0, 956, 1), "...AAAA\n");
+    EXPECT_EQ(chart.Picture(5045, 0, 5051, 1), "AAA...\n");
+    EXPECT_EQ(chart.Picture(949, 9, 956, 10), "...AAAA\n");
+}
+
 TEST(Area, FillsOutlinesAndMarks)
 {
     PointChart chart(kTypeArea, 30, 24, {_threePoints});

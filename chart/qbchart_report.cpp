@@ -27,6 +27,10 @@
 // Series without labels of their own, more of which cannot be told apart any more.
 static constexpr int32_t kMaxUnlabeledSeries = 12;
 
+// The most series at all. The sort for area charts takes the square of their number where they are equal, as series
+// that are not graphed are: a second or three for this many.
+static constexpr int32_t kMaxSeries = 30000;
+
 // What minima begin with: more than any value that a report is expected to have.
 static constexpr double kNoMinimum = 99999999.0;
 static constexpr double kNoMinValue = 99999999.9;
@@ -319,6 +323,10 @@ char *_GetChartSeries(ChartData *data, char *position)
     if (!fLabels && nSeries > kMaxUnlabeledSeries)
     {
         ExitWithError("Too many unlabeled series:\nmaximum allowed is %d\n", kMaxUnlabeledSeries);
+    }
+    if (nSeries > kMaxSeries)
+    {
+        ExitWithError("Too many series:\nmaximum allowed is %d\n", kMaxSeries);
     }
     data->nCells = _countLines(lines);
     if (data->refSeries < 0 || nSeries <= data->refSeries || data->nCells == 0)

@@ -477,6 +477,15 @@ TEST(Series, EndTheRunWithoutMemory)
     }
 }
 
+TEST(Series, AreThirtyThousandAtMost)
+{
+    const std::string tabs(29999, '\t');
+    EXPECT_EQ(reportError("T\n" + tabs + "\t\n\n" + tabs + "\t\n\n"),
+              PlainErrorText("Too many series:\nmaximum allowed is 30000\n"));
+    const Report report("T\n" + tabs + "\n\n" + tabs + "\n\n");
+    EXPECT_EQ(chartData.nSeries, 30000);
+}
+
 // Two lines of three fields, when all but this many bytes of the run's 2^31 - 1 are taken.
 static ChildResult makeSeriesWith(size_t bytes)
 {

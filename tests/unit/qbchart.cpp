@@ -188,3 +188,50 @@ TEST(WholeRun, ReturnsToMainOnlyWithoutAPageScript)
     EXPECT_EQ(result.out, "complete");
     EXPECT_NE(result.err.find("qbchart: can't start the page script"), std::string::npos);
 }
+
+TEST(WholeRun, DrawsEveryChartType)
+{
+    for (const char *type : {"bar", "pie", "line", "scatter", "area", "stacked_bar", "stacked_area"})
+    {
+        PackageDir package;
+        package.settings["chartType"] = type;
+        package.saveSettings("bars");
+        EXPECT_EQ(runFailing(&package, 0).out, "complete") << type;
+        EXPECT_TRUE(isGifWhole(package)) << type;
+    }
+}
+
+TEST(WholeRun, EndsWithTheFirstVariableThatIsMissing)
+{
+    for (const char *name : {"QUILLBROOK_OUT", "QUILLBROOK_HOME"})
+    {
+        PackageDir package;
+        package.saveSettings("bars");
+        package.env.erase(name);
+        const ChildResult result = runFailing(&package, 0);
+        EXPECT_EQ(result.status, 255);
+        // The message writes the package's name as a name: QUILLBROOK_OUT is Quillbrook_OUT there.
+        EXPECT_NE(result.out.find("Missing Quillbrook_" + std::string(name).substr(11) + ".\n"), std::string::npos);
+    }
+}
+
+// Names of the GIF and the reference file of a run in which one of the three variables of shared mode has this value.
+static std::string namesWith(const std::string &name, const std::string &value)
+{
+    PackageDir package;
+    package.saveSettings("bars");
+    package.env["QUILLBROOK_MULTIUSER"] = "YES";
+    package.env["QUILLBROOK_SHARED"] = "YES";
+    package.env["QUILLBROOK_USERID"] = "u7";
+    package.env[name] = value;
+    EXPECT_EQ(runFailing(&package, 0).out, "complete");
+    return package.gifs().at(0).substr(0, 3) + " " + package.gifs(".ref").at(0);
+}
+
+TEST(WholeRun, NamesFilesByUserOnlyInSharedMode)
+{
+    EXPECT_EQ(namesWith("QUILLBROOK_USERID", "u7"), "u7_ u7.ref");
+    // tmpBase begins with "qb" and a hexadecimal digit.
+    EXPECT_EQ(namesWith("QUILLBROOK_MULTIUSER", "yes").substr(0, 2), "qb");
+    EXPECT_EQ(namesWith("QUILLBROOK_SHARED", "NO").substr(3), " 0.ref");
+}

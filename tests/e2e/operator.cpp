@@ -235,3 +235,30 @@ TEST(NoSeries, IsNotEnoughData)
     EXPECT_EQ(package.run({"data", "bars"}).status, 0);
     EXPECT_EQ(package.gifs().size(), 1U);
 }
+
+// Output that nobody takes
+
+TEST(StandardOutput, ThatIsFullLeavesTheExitStatus)
+{
+    const OperatorPackage package;
+    const ChildResult result = package.start("/bin/sh", {"-c", R"("$0" one >/dev/full; echo $?)", QBCHART_PATH});
+    EXPECT_EQ(result.out, "255\n");
+}
+
+TEST(StandardOutput, ThatIsAClosedPipeEndsTheErrorTextOnly)
+{
+    const OperatorPackage package;
+    const std::string closed = R"({ sleep 0.2; "$0" one; echo $? >&2; } | :)";
+    EXPECT_EQ(package.start("/bin/sh", {"-c", closed, QBCHART_PATH}).err, "141\n"); // 128 + SIGPIPE
+}
+
+TEST(StandardOutput, ThatIsAClosedPipeLeavesTheChart)
+{
+    const OperatorPackage package;
+    const std::string closed = R"({ sleep 0.2; "$0" data bars; } | :)";
+    package.start("/bin/sh", {"-c", closed, QBCHART_PATH});
+    ASSERT_EQ(package.gifs().size(), 1U);
+    GifPicture picture;
+    EXPECT_EQ(ReadGif(package.gifDir + package.gifs()[0], &picture), "");
+    EXPECT_EQ(package.pageArguments().back(), package.gifs()[0]);
+}

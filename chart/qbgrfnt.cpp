@@ -138,7 +138,7 @@ void GetFontInfo(FontInfo *info)
 
 // Glyphs
 
-int32_t _GetCharSettings(int32_t code, _CharSettings *settings)
+int32_t _GetCharSettings(int32_t code, CharSettings *settings)
 {
     constexpr uint16_t kMissing = 0xFFFF;
     code &= 0xFF;
@@ -170,7 +170,7 @@ int32_t _GetCharSettings(int32_t code, _CharSettings *settings)
 
 // Whether a glyph of n columns can be cut and scaled: it lies in the strike, and no buffer is too small for it or for
 // the rows that a reader of the bitmap expects.
-static bool _FitsBuffers(const _CharSettings *settings, int32_t n)
+static bool _FitsBuffers(const CharSettings *settings, int32_t n)
 {
     const int32_t rows = std::max(_font.curH, _font.curSize);
     return n >= 0 && settings->locEnd <= _font.curW && (n + 7) / 8 * rows <= kCharBytes &&
@@ -189,7 +189,7 @@ static uint32_t _Pair(uint32_t high, uint32_t low)
 //
 // On purpose the mask of the last byte is taken for locEnd modulo 8 even where that is 0: a glyph that begins and ends
 // on a byte boundary (s = 8, and nothing comes from the next byte) loses its last eight columns.
-static void _CutGlyph(const _CharSettings *settings, int32_t n)
+static void _CutGlyph(const CharSettings *settings, int32_t n)
 {
     const int32_t s = 8 - settings->locStart % 8;
     const uint32_t lm = aLMask[s];
@@ -287,7 +287,7 @@ int32_t _ScaleCharBits([[maybe_unused]] uint16_t scaling, int32_t width, int32_t
     return rowBytes;
 }
 
-int32_t _GetCharBits(int32_t code, _CharSettings *settings)
+int32_t _GetCharBits(int32_t code, CharSettings *settings)
 {
     if (!_GetCharSettings(code, settings))
     {
@@ -315,7 +315,7 @@ int32_t _GetCharBits(int32_t code, _CharSettings *settings)
 // At 1:1 scaling changes nothing, so both cases are one.
 int32_t GetFontChar(int32_t code, int32_t wantBits, FontChar *fontChar)
 {
-    _CharSettings settings = {};
+    CharSettings settings = {};
     const int32_t found = wantBits ? _GetCharBits(code, &settings) : _GetCharSettings(code, &settings);
     if (!found)
     {

@@ -20,7 +20,7 @@ constexpr int32_t kCharBytes = kMaxGlyphSide * kMaxGlyphSide / 8;
 constexpr int32_t kScaledBytes = kMaxFontSize * (kMaxGlyphSide * kMaxFontSize / 8);
 
 // One glyph as it is found in the strike.
-struct _CharSettings
+struct CharSettings
 {
     uint16_t locStart; // first column in the strike
     uint16_t locEnd;   // one past the last column
@@ -74,11 +74,11 @@ extern const FontRec _helvetica10_rec;
 void _SetFontPtr(const FontRec *font);
 
 // Looks up a code (low 8 bits) of the current font; rowBytes and bits stay as they were. Returns 1, or 0 for no glyph.
-int32_t _GetCharSettings(int32_t code, _CharSettings *settings);
+int32_t _GetCharSettings(int32_t code, CharSettings *settings);
 
 // The same, with the glyph's bitmap at the current size. A glyph that lies outside the strike or is larger than the
 // buffers is none: 0.
-int32_t _GetCharBits(int32_t code, _CharSettings *settings);
+int32_t _GetCharBits(int32_t code, CharSettings *settings);
 
 // Scales the glyph that was cut last by the scaling map.
 //   scaling   the scale that the map was built for, in 128ths

@@ -620,7 +620,7 @@ TEST_F(Fonts, WithoutATableTheWidthIsKeptIn8Bits)
 TEST_F(Fonts, LookingUpAGlyphLeavesRowBytesAndBitsAlone)
 {
     const uint8_t byte = 0;
-    _CharSettings settings = {0, 0, 0, 0, 77, &byte};
+    CharSettings settings = {0, 0, 0, 0, 77, &byte};
     EXPECT_EQ(_GetCharSettings('A', &settings), 1);
     EXPECT_EQ(settings.locStart, _small8_lc['A' - 22]);
     EXPECT_EQ(settings.locEnd, _small8_lc['A' - 21]);

@@ -28,6 +28,7 @@ build()
 lay_out_package()
 {
     mkdir -p demo/out/gifs demo/out/set
+    touch demo/out/gifs/old.gif # the first run would find nothing to remove, and rm would say so
     cp demo/reports/*.txt demo/reports/*.toc demo/out/
     cp demo/settings/*.set demo/out/set/
     export QUILLBROOK_HOME="$PWD/demo/" QUILLBROOK_OUT="$PWD/demo/out/" PERL_HOME=/usr/bin/perl

@@ -6,5 +6,6 @@ folder=$1
 sheet=$2
 mkdir -p "$(dirname "$sheet")"
 rm -f "$sheet"-*.png
-montage -label '%t' -background white -fill black -pointsize 14 -tile 3x3 -geometry '500x400>+6+6' \
-    "$folder"/*.gif PNG8:"$sheet-%02d.png"
+# The font by its file: not every installation has one that ImageMagick finds by itself.
+montage -label '%t' -font /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf -background white -fill black \
+    -pointsize 14 -tile 3x3 -geometry '500x400>+6+6' "$folder"/*.gif PNG8:"$sheet-%02d.png"

@@ -440,7 +440,7 @@ std::string dump(const Image *image)
     FILE *stream = open_memstream(&text, &size);
     DBPrintImage(image, stream);
     std::fclose(stream);
-    const std::string copy(text, size);
+    std::string copy(text, size);
     std::free(text);
     return copy;
 }

@@ -17,7 +17,7 @@ TEST(Lines, ToTheRightPaintTheirStartAndStopOnTheLastPixel)
     MovePenTo(5, 5);
     DrawLineTo(9, 5);
     EXPECT_EQ(PenText(), "8,5");
-    EXPECT_EQ(canvas.text().substr(5 * 12, 11), ".....####..");
+    EXPECT_EQ(canvas.text().substr(5UL * 12, 11), ".....####..");
     EXPECT_EQ(canvas.count(255), 4);
 }
 
@@ -27,7 +27,7 @@ TEST(Lines, ToTheLeftLeaveTheirStartOut)
     MovePenTo(5, 5);
     DrawLineTo(1, 5);
     EXPECT_EQ(PenText(), "1,5");
-    EXPECT_EQ(canvas.text().substr(5 * 12, 11), ".####......");
+    EXPECT_EQ(canvas.text().substr(5UL * 12, 11), ".####......");
     EXPECT_EQ(canvas.count(255), 4);
 }
 

@@ -439,7 +439,7 @@ TEST(Fills, GoRoundWideAndNarrowBends)
     canvas.paint(maze);
     SetPenColor(7);
     Fill(29, 0, 255);
-    std::string expected = maze.substr(0, 6 * 31);
+    std::string expected = maze.substr(0, 6UL * 31);
     for (char &c : expected)
     {
         c = c == '.' ? '2' : c;
